@@ -1,0 +1,28 @@
+# The compile flags that every target of the project shares.
+
+# The same inputs give the same bits in every build, so no compiler may fuse a multiplication with an
+# addition, and 32-bit x86 computes in SSE registers instead of the 80-bit ones. Nothing looks at
+# errno after a mathematical function.
+add_library(kvgeom_numerics INTERFACE)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(kvgeom_numerics INTERFACE -ffp-contract=off -fno-math-errno)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64")
+    target_compile_options(kvgeom_numerics INTERFACE -msse2 -mfpmath=sse)
+  endif()
+endif()
+
+add_library(kvgeom_warnings INTERFACE)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(
+    kvgeom_warnings
+    INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast -Wdouble-promotion
+              $<$<BOOL:${KVGEOM_WERROR}>:-Werror>)
+endif()
+
+# What every target of the project is compiled as.
+function(kvgeom_compile_as_ours target)
+  target_compile_features(${target} PRIVATE cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:kvgeom_numerics>
+                                          $<BUILD_INTERFACE:kvgeom_warnings>)
+endfunction()

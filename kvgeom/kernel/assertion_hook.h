@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <kvgeom/export.h>
+
+// No operation of the library throws, aborts or exits. One that rejects its arguments passes a
+// message here, sets its error code if it has one (0 success, 2 a precondition failed) and returns
+// a defined fallback result.
+
+/// Receives the messages of rejected arguments: a text that lives as long as the program. It may be
+/// called from any thread and must return normally.
+typedef void (*GAssertHook)(const char* message);
+
+/// Installs the hook that receives every message from now on, and returns the one installed before.
+/// Null, as at load time, means that messages go nowhere.
+KVGEOM_API GAssertHook SetAssertHook(GAssertHook hook);
+
+/// Passes one message to the installed hook; does nothing when there is none.
+KVGEOM_API void Gassert_debug(const char* message);

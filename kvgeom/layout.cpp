@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+
+// The layout of the records is part of the library's binary interface: callers allocate, copy and
+// store them. Doubles follow each other without gaps, so that an array of records is an array of
+// doubles.
+
+#include <kvgeom/kvgeom.h>
+
+#include <type_traits>
+
+namespace {
+
+template <class Record>
+constexpr bool IsPlain = std::is_trivially_copyable_v<Record>&& std::is_standard_layout_v<Record>&&
+    std::is_aggregate_v<Record>;
+
+template <class Record>
+constexpr bool IsDoubles(unsigned int count) {
+    return IsPlain<Record> && sizeof(Record) == count * sizeof(double);
+}
+
+static_assert(IsDoubles<GVector>(3));
+static_assert(IsDoubles<GUnitVector>(3));
+static_assert(IsDoubles<GPosition>(3));
+static_assert(IsDoubles<GMatrix>(9));
+static_assert(IsDoubles<G4x4>(16));
+static_assert(IsDoubles<GBox>(6));
+static_assert(IsDoubles<GBoreLine>(9));
+
+// 13 doubles and three flags, padded to the alignment of a double, which is 4 in the 32-bit Unix
+// ABI and 8 elsewhere.
+static_assert(IsPlain<GTransf> && sizeof(GTransf) == 13 * sizeof(double) + alignof(GTransf));
+
+}  // namespace

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/error_codes.h>
+#include <kvgeom/kernel/tolerance_state.h>
+#include <kvgeom/maps/fixed_maps.h>
+#include <kvgeom/maps/g4x4_conversion.h>
+#include <kvgeom/maps/linear_block.h>
+#include <kvgeom/points/position.h>
+
+#include <cmath>
+
+using namespace kvgeom::detail;
+
+namespace {
+
+constexpr int kWeight = 15;
+
+// Divides g by its weight. False for a weight of 0.
+bool NormaliseWeight(G4x4& g, double tol) {
+    const double weight = g.m_matrix[kWeight];
+    if (std::fabs(weight - 1) <= tol) {
+        return true;
+    }
+    if (!(std::fabs(weight) >= tol)) {
+        return false;
+    }
+    const double factor = 1 / weight;
+    for (int i = 0; i < kWeight; ++i) {
+        g.m_matrix[i] *= factor;
+    }
+    g.m_matrix[kWeight] = 1;
+    return true;
+}
+
+bool IsAffine(const G4x4& g, double tol) {
+    return std::fabs(g.m_matrix[3]) <= tol && std::fabs(g.m_matrix[7]) <= tol &&
+           std::fabs(g.m_matrix[11]) <= tol;
+}
+
+}  // namespace
+
+// Every test is written so that NaN fails it: a caller who gets 0 can rely on the record.
+long ConvertG4x4ToGTransf(const G4x4& g, GTransf& t) {
+    const double tol = RelativeTolerance();
+    G4x4 affine = g;
+    if (!NormaliseWeight(affine, tol) || !IsAffine(affine, tol)) {
+        return kPreconditionFailed;
+    }
+
+    GMatrix matrix = LinearBlock(affine);
+    const GMatrix columns = matrix.Transpose();
+    const double lengths[3] = {columns[0].GetLength(), columns[1].GetLength(),
+                               columns[2].GetLength()};
+    if (!(lengths[0] >= tol) ||
+        !(std::fabs(lengths[1] - lengths[0]) <= kUniformScalingFactor * tol) ||
+        !(std::fabs(lengths[2] - lengths[0]) <= kUniformScalingFactor * tol)) {
+        return kPreconditionFailed;
+    }
+    for (auto& row : matrix.m_elements) {
+        for (int j = 0; j < 3; ++j) {
+            row[j] /= lengths[j];
+        }
+    }
+    if (!matrix.IsEuclidean()) {
+        long err;
+        MakeOrthogonal(matrix, matrix, &err);
+    }
+    // What shear was too large for the one step shows here.
+    const double determinant = GetDeterminant(matrix);
+    if (!(std::fabs(std::fabs(determinant) - 1) <= tol)) {
+        return kPreconditionFailed;
+    }
+
+    const double* m = affine.m_matrix;
+    GTransf result = BuildTransf(matrix, {m[12], m[13], m[14]},
+                                 (lengths[0] + lengths[1] + lengths[2]) / 3, 0, determinant < 0, 0);
+    double a;
+    double b;
+    double c;
+    GPosition origin;
+    GetRotAngles(result, &a, &b, &c, origin);
+    const bool rotates = std::fabs(a) >= tol || std::fabs(b) >= tol || std::fabs(c) >= tol;
+    result.m_hasRotation = rotates ? 1 : 0;
+    t = result;
+    return kSuccess;
+}
+
+GTransf& GTransf::operator=(const G4x4& g) {
+    if (ConvertG4x4ToGTransf(g, *this) != kSuccess) {
+        *this = kNullTransf;
+    }
+    return *this;
+}
+
+long GetRotationAngles(G4x4& g, double* a, double* b, double* c) {
+    double angles[3] = {0.0, 0.0, 0.0};
+    GTransf t;
+    GPosition origin;
+    const long code = ConvertG4x4ToGTransf(g, t);
+    if (code == kSuccess) {
+        GetRotAngles(t, &angles[0], &angles[1], &angles[2], origin);
+    }
+    *a = angles[0];
+    *b = angles[1];
+    *c = angles[2];
+    return code;
+}
+
+int G4x4::HasRotation() const {
+    const double tol = RelativeTolerance();
+    G4x4 copy = *this;
+    double angles[3];
+    if (GetRotationAngles(copy, &angles[0], &angles[1], &angles[2]) != kSuccess) {
+        return 1;
+    }
+    for (const double angle : angles) {
+        if (std::fabs(angle) >= tol) {
+            return 1;
+        }
+    }
+    return 0;
+}

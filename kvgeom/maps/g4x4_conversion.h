@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <kvgeom/export.h>
+#include <kvgeom/maps/g4x4.h>
+#include <kvgeom/maps/transf.h>
+
+/// Converts a homogeneous matrix that is a similarity: an affine map of uniform scaling without
+/// shear. Returns 0 and writes t, or returns 2 and leaves t as it was. No message is passed.
+///
+/// g is divided by its weight unless that is 1 within the relative tolerance. It is refused when
+/// the weight is 0 or a projective element is not 0 within that tolerance, when the columns of its
+/// 3x3 part are null or differ in length by more than 10 times the tolerance, or when the
+/// normalised part, after one step of MakeOrthogonal if it isn't Euclidean, has no determinant of 1
+/// or -1. The scaling is the mean of the column lengths; the rotation flag is set when an angle of
+/// GetRotAngles reaches the relative tolerance.
+KVGEOM_API long ConvertG4x4ToGTransf(const G4x4& g, GTransf& t);
+
+/// The rotation angles (GetRotAngles) of the converted transformation, and 0; or three times 0.0,
+/// and the conversion's error code. g is not changed.
+KVGEOM_API long GetRotationAngles(G4x4& g, double* a, double* b, double* c);

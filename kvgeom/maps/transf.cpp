@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+#include <kvgeom/kernel/assertion_hook.h>
+#include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/error_codes.h>
+#include <kvgeom/kernel/tolerance_state.h>
+#include <kvgeom/maps/fixed_maps.h>
+#include <kvgeom/maps/transf.h>
+#include <kvgeom/points/linear_forms.h>
+#include <kvgeom/points/position.h>
+
+#include <cmath>
+
+using namespace kvgeom::detail;
+
+namespace {
+
+struct RotationAngles {
+    double a;
+    double b;
+    double c;
+
+    double MagnitudeSum() const { return std::fabs(a) + std::fabs(b) + std::fabs(c); }
+};
+
+// With a = Rx(a) Ry(b) Rz(c) for row vectors, the matrix is
+//     cb cc              cb sc             -sb
+//     sa sb cc - ca sc   sa sb sc + ca cc   sa cb
+//     ca sb cc + sa sc   ca sb sc - sa cc   ca cb
+RotationAngles Decompose(const GMatrix& matrix) {
+    const auto& m = matrix.m_elements;
+    const double sb = -m[0][2];
+    if (std::fabs(std::fabs(sb) - 1) < kGimbalTolerance) {
+        const double a = std::atan2(m[1][0], m[1][1]);
+        if (sb > 0) {
+            return {a, kHalfPi, 0.0};
+        }
+        return {-a, -kHalfPi, 0.0};
+    }
+    const double cb = std::sqrt(m[0][0] * m[0][0] + m[0][1] * m[0][1]);
+    const RotationAngles first = {std::atan2(m[1][2], m[2][2]), std::atan2(sb, cb),
+                                  std::atan2(m[0][1], m[0][0])};
+    const RotationAngles second = {std::atan2(-m[1][2], -m[2][2]), std::atan2(sb, -cb),
+                                   std::atan2(-m[0][1], -m[0][0])};
+    return first.MagnitudeSum() < second.MagnitudeSum() ? first : second;
+}
+
+bool HasAngleBeyond(const RotationAngles& angles, double tol) {
+    return !(std::fabs(angles.a) <= tol && std::fabs(angles.b) <= tol &&
+             std::fabs(angles.c) <= tol);
+}
+
+}  // namespace
+
+int GTransf::IsNull() const {
+    return IsEqual(kNullTransf);
+}
+
+int GTransf::IsIdentity() const {
+    return IsEqual(kIdentityTransf);
+}
+
+int GTransf::IsEqual(const GTransf& other) const {
+    if (!(std::fabs(m_scaling - other.m_scaling) <= RelativeTolerance())) {
+        return 0;
+    }
+    return m_hasReflection == other.m_hasReflection && m_translation.IsEqual(other.m_translation) &&
+                   m_matrix.IsEqual(other.m_matrix)
+               ? 1
+               : 0;
+}
+
+int GTransf::IsInvertible() const {
+    return std::fabs(m_scaling) < kSmallestDivisor ? 0 : m_matrix.IsEuclidean();
+}
+
+GTransf GTransf::Inverse() const {
+    GTransf result = *this;
+    result.m_matrix = m_matrix.Transpose();
+    if (std::fabs(m_scaling) < kSmallestDivisor) {
+        Gassert_debug("GTransf: m_scaling is 0.0");
+        result.m_scaling = kUnbounded;
+    } else {
+        result.m_scaling = 1 / m_scaling;
+    }
+    result.m_translation = RowForm(-m_translation, result.m_matrix) * result.m_scaling;
+    return result;
+}
+
+GTransf& GTransf::operator*=(const GTransf& b) {
+    return *this = *this * b;
+}
+
+GTransf BuildTransf(const GMatrix& m, const GVector& t, double scaling, int hasRotation,
+                    int hasReflection, int hasShear) {
+    return {m,
+            t,
+            scaling,
+            static_cast<unsigned char>(hasRotation),
+            static_cast<unsigned char>(hasReflection),
+            static_cast<unsigned char>(hasShear)};
+}
+
+GTransf operator*(const GTransf& a, const GTransf& b) {
+    GTransf result;
+    result.m_matrix = a.m_matrix * b.m_matrix;
+    result.m_translation = RowForm(a.m_translation, b.m_matrix) * b.m_scaling + b.m_translation;
+    result.m_scaling = a.m_scaling * b.m_scaling;
+    // Two rotations may cancel; one alone can't.
+    const bool both_rotate = a.m_hasRotation && b.m_hasRotation;
+    const bool rotates = both_rotate
+                             ? HasAngleBeyond(Decompose(result.m_matrix), RelativeTolerance())
+                             : a.m_hasRotation || b.m_hasRotation;
+    result.m_hasRotation = rotates ? 1 : 0;
+    result.m_hasReflection = a.m_hasReflection != b.m_hasReflection ? 1 : 0;
+    result.m_hasShear = a.m_hasShear || b.m_hasShear ? 1 : 0;
+    return result;
+}
+
+long GetRotAngles(const GTransf& t, double* a, double* b, double* c, GPosition& origin) {
+    const RotationAngles angles = Decompose(t.m_matrix);
+    const GVector translation = t.m_translation;
+    *a = angles.a;
+    *b = angles.b;
+    *c = angles.c;
+    origin = {translation.m_x, translation.m_y, translation.m_z};
+    return kSuccess;
+}
