@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "probe/arguments.h"
+#include "probe/model.h"
+#include "probe/probing.h"
+
+#include <iosfwd>
+#include <vector>
+
+namespace kvprobe {
+
+/// Draws the model in an axonometric view as SVG: the boxes of all objects as thin wireframes,
+/// those that may be touched filled and numbered, the probe as a tube, and beside it what the
+/// numbers name.
+void Draw(std::ostream& out, const Arguments& arguments, const std::vector<GBoreLine>& legs,
+          const std::vector<Object>& objects, const std::vector<Hit>& hits);
+
+}  // namespace kvprobe
