@@ -6,6 +6,7 @@
 
 #include <kvgeom/points/mapping.h>
 
+#include <assimp/config.h>
 #include <assimp/scene.h>
 #include <assimp/Importer.hpp>
 #include <assimp/ProgressHandler.hpp>
@@ -150,7 +151,7 @@ class Reader {
                 std::string& name = m_objects[k].name;
                 if (uses[name] > 1 && above[k] != kNoParent) {
                     const Node& parent = m_nodes[above[k]];
-                    name = NameOf(parent) + "/" + name;
+                    name = NameOf(parent).append("/").append(name);
                     above[k] = parent.parent;
                     changed = true;
                 }
@@ -172,7 +173,7 @@ class Reader {
     std::vector<size_t> m_object_nodes;
 };
 
-std::string OneLine(std::string text) {
+std::string OneLine(const std::string& text) {
     return text.substr(0, text.find_first_of("\r\n"));
 }
 
@@ -187,6 +188,8 @@ std::vector<Object> ReadModel(const std::string& path) {
         throw Failure(path, "not a file");
     }
     Assimp::Importer importer;
+    // Some formats get meshes invented for models that have none.
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, true);
     if (isatty(STDERR_FILENO) != 0) {
         importer.SetProgressHandler(new ProgressLine);  // the importer's from now on
     }

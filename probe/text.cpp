@@ -76,14 +76,14 @@ std::string Shortened(const std::string& text, size_t characters) {
     const size_t head = characters - tail - 1;
     std::string result;
     size_t index = 0;
-    for (size_t at = 0; at < text.size(); ++at) {
-        const bool begins = !IsContinuation(text[at]);
+    for (const char c : text) {
+        const bool begins = !IsContinuation(c);
         if (begins && index == head) {
             result += "\u2026";
         }
         index += begins ? 1 : 0;
         if (index <= head || index > count - tail) {
-            result += text[at];
+            result += c;
         }
     }
     return result;

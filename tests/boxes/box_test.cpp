@@ -128,7 +128,7 @@ TEST(Box, OverlapIsStrictAgainstTheCallersTolerance) {
             int expected;
         } rows[] = {{&touching, 0, 0},    {&touching, 1e-9, 1},     {&touching, -1e-9, 0},
                     {&overlapping, 0, 1}, {&overlapping, -0.25, 0}, {&overlapping, -0.2, 1},
-                    {&apart, 0.25, 0},    {&apart, 0.26, 1},    {&apart, kNaN, 0}};
+                    {&apart, 0.25, 0},    {&apart, 0.26, 1},        {&apart, kNaN, 0}};
         for (const auto& row : rows) {
             EXPECT_EQ(box.IsIntersectTol(*row.other, row.tol), row.expected) << axis;
             EXPECT_EQ(row.other->IsIntersectTol(box, row.tol), row.expected) << axis;

@@ -224,7 +224,7 @@ TEST(TransfBuilders, PlaceCoordinateSystems) {
     // chosen.
     EXPECT_EQ(Numbers(CoordinateTransf(o, BuildUnitVector(1e-8, 0, 1)).m_matrix),
               Numbers(kIdentity));
-    for (const GUnitVector& z : {GUnitVector{0, 0, -1}, BuildUnitVector(1e-7, 0, 1), kY}) {
+    for (const GUnitVector& z : {GUnitVector{0, 0, -1}, BuildUnitVector(1e-6, 0, 1), kY}) {
         const GTransf t = CoordinateTransf(o, z);
         EXPECT_LT(Distance(t.m_matrix[2], GVector(z)), 1e-15);
         EXPECT_NEAR(GetDeterminant(t.m_matrix), 1, 1e-15);

@@ -1,0 +1,45 @@
+# Shared by the scripts beside it: what they need from the system. Sourced, not run.
+
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+packages_to_build=(g++ cmake ninja-build libassimp-dev libcli11-dev nlohmann-json3-dev)
+packages_to_test=("${packages_to_build[@]}" binutils libgtest-dev libpugixml-dev pkg-config)
+# A real building to try it on.
+packages_with_models=(assimp-testmodels)
+packages_to_check=(clang clang-format clang-tidy libclang-rt-14-dev)
+
+# Installs those of the given Debian packages that are missing, and says so in one line.
+need() {
+  local missing=() package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  echo "Installing from Debian: ${missing[*]}"
+  local as_root=()
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  {
+    "${as_root[@]}" apt-get update -q &&
+      "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -q -y --no-install-recommends "${missing[@]}"
+  } >build/setup.log 2>&1 || {
+    cat build/setup.log
+    exit 1
+  }
+}
+
+# Configures and builds a preset; quiet unless something is wrong.
+build() {
+  cmake --preset "$1" "${@:2}" >"build/$1.log" 2>&1 || {
+    cat "build/$1.log"
+    exit 1
+  }
+  cmake --build --preset "$1" >"build/$1.log" 2>&1 || {
+    cat "build/$1.log"
+    exit 1
+  }
+}
+
+mkdir -p build

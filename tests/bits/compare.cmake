@@ -1,0 +1,11 @@
+# Runs two programs and fails unless they print the same lines, and more than a few of them.
+foreach(program FIRST SECOND)
+  execute_process(COMMAND ${${program}} OUTPUT_FILE ${${program}}.txt COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
+file(STRINGS ${FIRST}.txt lines)
+list(LENGTH lines count)
+if(count LESS 100)
+  message(FATAL_ERROR "only ${count} operations printed")
+endif()
+execute_process(COMMAND diff ${FIRST}.txt ${SECOND}.txt COMMAND_ERROR_IS_FATAL ANY)
+message(STATUS "${count} operations give the same bits")

@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Installs the library, moves the installed tree, and builds and runs the consumer project against it:
+# through the CMake package, and through pkg-config as C++17.
+# Arguments: the build folder, the C++ compiler, and the compiler flags of the build.
+set -euo pipefail
+build=$1 cxx=$2 flags=$3
+consumer=$(cd "$(dirname "$0")/consumer" && pwd)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+cmake --install "$build" --prefix "$work/installed" >/dev/null
+mv "$work/installed" "$work/moved"
+lib=$(dirname "$(find "$work/moved" -name kvgeom.pc)")/..
+
+if shared=$(ls "$lib"/libkvgeom.so 2>/dev/null); then
+  soname=$(objdump -p "$shared" | awk '$1 == "SONAME" { print $2 }')
+  [ -e "$lib/$soname" ] || { echo "SONAME $soname is not installed"; exit 1; }
+fi
+
+cmake -S "$consumer" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$work/moved" \
+  -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_CXX_FLAGS="$flags" >/dev/null
+cmake --build "$work/cmake" >/dev/null
+"$work/cmake/consumer"
+
+export PKG_CONFIG_PATH=$lib/pkgconfig
+# shellcheck disable=SC2046,SC2086 # flags are several words
+"$cxx" -std=c++17 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast -Werror $flags \
+  "$consumer/main.cpp" -o "$work/consumer" $(pkg-config --cflags --libs kvgeom)
+LD_LIBRARY_PATH=$lib "$work/consumer"
+
+if [ -x "$work/moved/bin/kvprobe" ]; then
+  "$work/moved/bin/kvprobe" --version
+fi

@@ -1,0 +1,524 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/records.h"
+
+#include <assimp/scene.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <assimp/Importer.hpp>
+#include <nlohmann/json.hpp>
+#include <pugixml.hpp>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace kvgeom::test {
+namespace {
+
+using Json = nlohmann::json;
+
+const std::string kPipe = " --from -2,1.2,-7.5 --to 14,1.2,-7.5 -r 0.05";
+
+// A folder of this test's own.
+class Scratch {
+  public:
+    Scratch() : m_folder(std::filesystem::temp_directory_path() / Name()) {
+        std::filesystem::create_directories(m_folder);
+    }
+    ~Scratch() { std::filesystem::remove_all(m_folder); }
+
+    std::string Path(const std::string& name) const { return (m_folder / name).string(); }
+    std::string Write(const std::string& name, const std::string& content) const {
+        std::ofstream(Path(name)) << content;
+        return Path(name);
+    }
+
+  private:
+    static std::string Name() {
+        static int count = 0;
+        return "kvprobe_test_" + std::to_string(getpid()) + "_" + std::to_string(++count);
+    }
+
+    std::filesystem::path m_folder;
+};
+
+std::string ReadFile(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+}
+
+struct Outcome {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+// Runs kvprobe with the arguments, which the shell reads.
+Outcome Call(const std::string& arguments) {
+    const Scratch scratch;
+    const std::string command = std::string(KVPROBE) + " " + arguments + " >" +
+                                scratch.Path("out") + " 2>" + scratch.Path("err") + " </dev/null";
+    const int status = std::system(command.c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(scratch.Path("out")),
+            ReadFile(scratch.Path("err"))};
+}
+
+Json CallJson(const std::string& arguments) {
+    const Outcome outcome = Call(arguments + " --json");
+    EXPECT_LE(outcome.status, 1) << outcome.err;
+    return Json::parse(outcome.out);
+}
+
+std::set<std::string> Names(const Json& hits) {
+    std::set<std::string> names;
+    for (const Json& hit : hits) {
+        names.insert(hit["object"]);
+    }
+    return names;
+}
+
+// The model read again, by plain arithmetic that owes nothing to the library.
+struct Solid {
+    std::string path;
+    double low[3] = {1e300, 1e300, 1e300};
+    double high[3] = {-1e300, -1e300, -1e300};
+    double inverse[3][4];  // from the model into the object, for columns
+
+    bool Holds(const GPosition& p) const {
+        for (int i = 0; i < 3; ++i) {
+            const double x = inverse[i][0] * p.m_x + inverse[i][1] * p.m_y + inverse[i][2] * p.m_z +
+                             inverse[i][3];
+            if (x < low[i] || x > high[i]) {
+                return false;
+            }
+        }
+        return true;
+    }
+};
+
+using Affine = std::array<std::array<double, 4>, 3>;
+
+Affine Compose(const Affine& outer, const aiMatrix4x4& inner) {
+    Affine result;
+    for (unsigned i = 0; i < 3; ++i) {
+        for (unsigned j = 0; j < 4; ++j) {
+            result[i][j] = j == 3 ? outer[i][3] : 0;
+            for (unsigned k = 0; k < 3; ++k) {
+                result[i][j] += outer[i][k] * static_cast<double>(inner[k][j]);
+            }
+        }
+    }
+    return result;
+}
+
+// Cramer's rule.
+void Invert(const Affine& m, double (&inverse)[3][4]) {
+    const auto cofactor = [&m](unsigned i, unsigned j) {
+        const unsigned a = (i + 1) % 3;
+        const unsigned b = (i + 2) % 3;
+        const unsigned c = (j + 1) % 3;
+        const unsigned d = (j + 2) % 3;
+        return m[a][c] * m[b][d] - m[a][d] * m[b][c];
+    };
+    const double det =
+        m[0][0] * cofactor(0, 0) + m[0][1] * cofactor(0, 1) + m[0][2] * cofactor(0, 2);
+    for (unsigned i = 0; i < 3; ++i) {
+        inverse[i][3] = 0;
+        for (unsigned j = 0; j < 3; ++j) {
+            inverse[i][j] = cofactor(j, i) / det;
+            inverse[i][3] -= inverse[i][j] * m[j][3];
+        }
+    }
+}
+
+void Collect(const aiScene& scene, const aiNode& node, const Affine& outer,
+             const std::string& above, std::vector<Solid>& solids) {
+    const Affine here = Compose(outer, node.mTransformation);
+    const std::string path = above + "/" + node.mName.C_Str();
+    Solid solid;
+    solid.path = path;
+    for (unsigned i = 0; i < node.mNumMeshes; ++i) {
+        const aiMesh& mesh = *scene.mMeshes[node.mMeshes[i]];
+        for (unsigned k = 0; k < mesh.mNumVertices; ++k) {
+            for (unsigned c = 0; c < 3; ++c) {
+                const double x = static_cast<double>(mesh.mVertices[k][c]);
+                solid.low[c] = std::min(solid.low[c], x);
+                solid.high[c] = std::max(solid.high[c], x);
+            }
+        }
+    }
+    if (node.mNumMeshes > 0) {
+        Invert(here, solid.inverse);
+        solids.push_back(solid);
+    }
+    for (unsigned i = 0; i < node.mNumChildren; ++i) {
+        Collect(scene, *node.mChildren[i], here, path, solids);
+    }
+}
+
+std::vector<Solid> ReadSolids(const std::string& model) {
+    Assimp::Importer importer;
+    const aiScene* const scene = importer.ReadFile(model, 0);
+    std::vector<Solid> solids;
+    if (scene != nullptr) {
+        Collect(*scene, *scene->mRootNode, {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}}}, "",
+                solids);
+    }
+    return solids;
+}
+
+// The objects that share one of many sampled points of a tube.
+std::set<std::string> Touched(const std::vector<Solid>& solids, const GBoreLine& tube,
+                              Random& random) {
+    std::set<std::string> touched;
+    for (int i = 0; i < 20000; ++i) {
+        const GPosition p = Sample(random, tube, 1 - 1e-6);
+        for (const Solid& solid : solids) {
+            if (solid.Holds(p)) {
+                touched.insert(solid.path);
+            }
+        }
+    }
+    return touched;
+}
+
+// The names that kvprobe gave, as the paths that they abbreviate.
+std::set<std::string> Paths(const std::vector<Solid>& solids, const std::set<std::string>& names) {
+    std::set<std::string> paths;
+    for (const std::string& name : names) {
+        const std::string end = "/" + name;
+        int found = 0;
+        for (const Solid& solid : solids) {
+            if (solid.path.ends_with(end)) {
+                paths.insert(solid.path);
+                ++found;
+            }
+        }
+        EXPECT_EQ(found, 1) << name;
+    }
+    return paths;
+}
+
+std::string Triple(const GPosition& p) {
+    std::ostringstream text;
+    text.precision(17);
+    text << p.m_x << "," << p.m_y << "," << p.m_z;
+    return text.str();
+}
+
+TEST(Kvprobe, FindsTheObjectsThatSampledPointsOfThePipeMeet) {
+    const std::vector<Solid> solids = ReadSolids(HOUSE);
+    ASSERT_GT(solids.size(), 100U);
+    Random random(71);
+    const GBoreLine pipe = BuildBoreLine({-2, 1.2, -7.5}, kX, 16, 0, 0.05);
+    const Json found = CallJson(HOUSE + kPipe);
+    EXPECT_EQ(found["objects"], solids.size());
+    const std::set<std::string> paths = Paths(solids, Names(found["hits"]));
+    EXPECT_EQ(paths, Touched(solids, pipe, random));
+    EXPECT_EQ(found["touched"], 6);
+
+    // In any direction nothing may be missed; near edges of boxes more may be found.
+    size_t found_in_all = 0;
+    size_t touched_in_all = 0;
+    for (int i = 0; i < 12; ++i) {
+        const GPosition from = {random.Uniform(-2, 14), random.Uniform(0, 5),
+                                random.Uniform(-11, 1)};
+        const GPosition to = {random.Uniform(-2, 14), random.Uniform(0, 5), random.Uniform(-11, 1)};
+        const Json hits = CallJson(std::string(HOUSE) + " -r 0.2 --from=" + Triple(from) +
+                                   " --to=" + Triple(to))["hits"];
+        const std::set<std::string> maybe = Paths(solids, Names(hits));
+        const std::set<std::string> touched = Touched(
+            solids, BuildBoreLine(from, BuildUnitVector(from, to), GDistance(from, to), 0, 0.2),
+            random);
+        EXPECT_TRUE(std::includes(maybe.begin(), maybe.end(), touched.begin(), touched.end()));
+        found_in_all += maybe.size();
+        touched_in_all += touched.size();
+    }
+    EXPECT_LT(found_in_all, touched_in_all * 3 / 2) << "a program that finds all would pass";
+}
+
+TEST(Kvprobe, TellsWhereThePipeEntersAndLeaves) {
+    const Json hits = CallJson(HOUSE + kPipe)["hits"];
+    // Walls stand at x 0..0.3, 3.8..4.04, 7.41..7.65 and 11.7..12; the leg begins at -2.
+    const double spans[][2] = {{2, 2.3},     {2.12, 2.195}, {5.8, 6.04},
+                               {9.41, 9.65}, {13.7, 14},    {13.805, 13.88}};
+    ASSERT_EQ(hits.size(), std::size(spans));
+    for (size_t i = 0; i < hits.size(); ++i) {
+        EXPECT_NEAR(hits[i]["enters"], spans[i][0] - 0.05, 1e-5) << i;
+        EXPECT_NEAR(hits[i]["leaves"], spans[i][1] + 0.05, 1e-5) << i;
+        EXPECT_NEAR(hits[i]["length"], spans[i][1] - spans[i][0] + 0.1, 1e-5) << i;
+    }
+}
+
+TEST(Kvprobe, PrintsATableOfTheSame) {
+    const Outcome outcome = Call(HOUSE + kPipe);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    std::istringstream lines(outcome.out);
+    std::string line;
+    std::getline(lines, line);
+    EXPECT_EQ(line,
+              "leg  object                                                       enters  "
+              "leaves  length");
+    std::getline(lines, line);
+    EXPECT_EQ(line,
+              "  1  IfcWallStandardCase_Wand-Ext-ERDG-1_3rPX_Juz59peXXY6wDJl18    1.950   "
+              "2.350   0.400");
+    for (int i = 0; i < 6; ++i) {
+        std::getline(lines, line);
+    }
+    EXPECT_EQ(line.find("6 of 110 objects may be touched on 1 leg (probed in "), 0U) << line;
+    EXPECT_FALSE(std::getline(lines, line));
+}
+
+TEST(Kvprobe, FollowsARouteAndCutsItsSpansAtTheEndsOfTheLegs) {
+    const Json found = CallJson(std::string(HOUSE) +
+                                " --from 1,1.2,-7.5 --via 5,1.2,-7.5 --via 5,1.2,-5.87 --to "
+                                "5,9,-5.87 -r 0.1");
+    EXPECT_EQ(found["legs"].size(), 3U);
+    std::set<int> legs;
+    int last = 0;
+    for (const Json& hit : found["hits"]) {
+        const int leg = hit["leg"];
+        EXPECT_GE(leg, last);
+        last = leg;
+        legs.insert(leg);
+        EXPECT_GE(hit["enters"], 0);
+        EXPECT_LE(hit["leaves"], found["legs"][static_cast<size_t>(leg - 1)]["length"]);
+    }
+    EXPECT_EQ(legs, (std::set<int>{1, 2, 3}));
+    // The middle leg ends within the wall that the last one climbs along.
+    EXPECT_EQ(found["hits"][1]["leaves"], found["legs"][1]["length"]);
+}
+
+TEST(Kvprobe, ProbesWithALineWithoutEnds) {
+    const std::string line = std::string(HOUSE) + " --through 3,1.2,-7.5 --along -2,0,0 -r 0.05";
+    const Json hits = CallJson(line)["hits"];
+    EXPECT_EQ(Names(hits), Names(CallJson(HOUSE + kPipe)["hits"]));
+    double leaves = 0;
+    for (const Json& hit : hits) {
+        leaves = std::max(leaves, hit["leaves"].get<double>());
+    }
+    EXPECT_NEAR(leaves, 3.05, 1e-5);
+    EXPECT_NEAR(hits.front()["enters"], 3 - 12.05, 1e-5);
+    EXPECT_EQ(CallJson(std::string(HOUSE) + " --through 3,50,-7 --along 1e-200,0,0")["touched"], 0);
+}
+
+// A COLLADA model of unit cubes, each a node of its own with the given name and matrix (for
+// columns).
+std::string Cubes(const std::vector<std::pair<std::string, std::string>>& nodes) {
+    std::string text =
+        R"(<?xml version="1.0"?><COLLADA xmlns="http://www.collada.org/2005/11/COLLADASchema" version="1.4.1">
+<asset><up_axis>Y_UP</up_axis></asset><library_geometries><geometry id="cube"><mesh>
+<source id="p"><float_array id="a" count="24">0 0 0 1 0 0 1 1 0 0 1 0 0 0 1 1 0 1 1 1 1 0 1 1</float_array>
+<technique_common><accessor source="#a" count="8" stride="3"><param name="X" type="float"/><param name="Y" type="float"/><param name="Z" type="float"/></accessor></technique_common></source>
+<vertices id="v"><input semantic="POSITION" source="#p"/></vertices>
+<triangles count="4"><input semantic="VERTEX" source="#v" offset="0"/><p>0 1 2 2 3 0 4 5 6 6 7 4</p></triangles>
+</mesh></geometry></library_geometries><library_visual_scenes><visual_scene id="s">)";
+    for (const auto& [name, matrix] : nodes) {
+        text += "<node id=\"" + name + "\"><matrix>" + matrix +
+                "</matrix><instance_geometry url=\"#cube\"/></node>";
+    }
+    return text +
+           "</visual_scene></library_visual_scenes><scene><instance_visual_scene "
+           "url=\"#s\"/></scene></COLLADA>";
+}
+
+TEST(Kvprobe, CarriesThePipeThroughAnyPlacement) {
+    const Scratch scratch;
+    const std::string model =
+        scratch.Write("cubes.dae", Cubes({{"similar", "0 -2 0 10  2 0 0 0  0 0 2 0  0 0 0 1"},
+                                          {"mirrored", "-1 0 0 20  0 1 0 0  0 0 1 0  0 0 0 1"},
+                                          {"stretched", "1 0 0 30  0 8 0 0  0 0 0.25 0  0 0 0 1"},
+                                          {"sheared", "1 3 0 40  0 1 0 0  0 0 1 0  0 0 0 1"},
+                                          {"flat", "1 0 0 50  0 1 0 0  0 0 0 0.5  0 0 0 1"}}));
+    const struct {
+        const char* probe;
+        const char* expected;
+        double enters;
+        double leaves;
+    } rows[] = {
+        {" --from 9,-1,1 --to 9,5,1 -r 0.5", "similar", 0.5, 3.5},
+        {" --from 9,-1,1 --to 9,-0.6,1 -r 0.5", nullptr, 0, 0},
+        {" --from 19.5,-3,0.5 --to 19.5,4,0.5 -r 0.25", "mirrored", 2.75, 4.25},
+        // Along the stretched axis the pipe is thin, across it is thick, as the object sees it.
+        {" --from 30.5,-10,0.125 --to 30.5,10,0.125 -r 0.5", "stretched", -1, -1},
+        {" --from 30.5,4,-3 --to 30.5,4,-0.3 -r 0.5", "stretched", -1, -1},
+        {" --from 30.5,50,-9 --to 30.5,50,9 -r 1", nullptr, 0, 0},
+        {" --from 42,0.5,-5 --to 42,0.5,5 -r 0.1", "sheared", -1, -1},
+        {" --from 50.5,0.5,-1 --to 50.5,0.5,2", "flat", 1.5, 1.5},
+    };
+    for (const auto& row : rows) {
+        const Json hits = CallJson(model + row.probe)["hits"];
+        if (row.expected == nullptr) {
+            EXPECT_TRUE(hits.empty()) << row.probe << hits.dump();
+            continue;
+        }
+        ASSERT_EQ(hits.size(), 1U) << row.probe;
+        EXPECT_EQ(hits[0]["object"], row.expected);
+        if (row.enters >= 0) {
+            EXPECT_NEAR(hits[0]["enters"], row.enters, 1e-6) << row.probe;
+            EXPECT_NEAR(hits[0]["leaves"], row.leaves, 1e-6) << row.probe;
+        }
+    }
+}
+
+TEST(Kvprobe, TellsObjectsApartAndPrintsNoRawNames) {
+    const Scratch scratch;
+    const std::string at_origin = "1 0 0 0  0 1 0 0  0 0 1 0  0 0 0 1";
+    const std::string model =
+        scratch.Write("names.dae", Cubes({{"twin", at_origin},
+                                          {"twin", at_origin},
+                                          {"&lt;b&gt; &amp; &quot;c&quot;", at_origin},
+                                          {"Gel\u00e4nde", at_origin},
+                                          {"esc\x1b[31m \xff", at_origin}}));
+    const Outcome list = Call(model + " --list");
+    EXPECT_EQ(list.status, 0) << list.err;
+    EXPECT_NE(list.out.find("twin[1] "), std::string::npos) << list.out;
+    EXPECT_NE(list.out.find("twin[2] "), std::string::npos);
+    EXPECT_EQ(list.out.find_first_of("\x1b\xff"), std::string::npos);
+    EXPECT_NE(list.out.find("Gel\u00e4nde"), std::string::npos);
+    // One character wide each: all lines but the last, which counts, are as long as the first.
+    std::istringstream lines(list.out);
+    std::set<size_t> widths;
+    for (std::string line; std::getline(lines, line) && line.find("object") != 2;) {
+        widths.insert(static_cast<size_t>(
+            std::count_if(line.begin(), line.end(), [](char c) { return (c & 0xC0) != 0x80; })));
+    }
+    EXPECT_EQ(widths.size(), 1U) << list.out;
+
+    const std::string svg = scratch.Path("names.svg");
+    EXPECT_EQ(Call(model + " --through 0.5,0.5,0.5 --along 0,1,0 --svg " + svg).status, 0);
+    pugi::xml_document document;
+    EXPECT_TRUE(document.load_file(svg.c_str()));
+}
+
+TEST(Kvprobe, DrawsWhatItFound) {
+    const Scratch scratch;
+    const std::string svg = scratch.Path("house.svg");
+    EXPECT_EQ(Call(HOUSE + kPipe + " --svg " + svg).status, 0);
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_file(svg.c_str()));
+    const pugi::xml_node root = document.child("svg");
+    const double width = root.attribute("width").as_double();
+    const double height = root.attribute("height").as_double();
+    // A filled group for each object found, a wireframe for each other one.
+    EXPECT_EQ(document.select_nodes("/svg/g[title]").size(), 6U);
+    EXPECT_EQ(document.select_nodes("/svg/g/path[title]").size(), 110U - 6U);
+    // Each number stands on the picture and in the legend.
+    for (int number = 1; number <= 6; ++number) {
+        const std::string text = "//text[text()='" + std::to_string(number) + "']";
+        EXPECT_EQ(document.select_nodes(text.c_str()).size(), 2U);
+    }
+    // All of it lies on the page.
+    for (const pugi::xpath_node& node : document.select_nodes("//path")) {
+        std::string d = node.node().attribute("d").value();
+        std::replace_if(
+            d.begin(), d.end(), [](char c) { return std::strchr("MLZ,", c) != nullptr; }, ' ');
+        std::istringstream numbers(d);
+        int count = 0;
+        for (double x, y; numbers >> x >> y; ++count) {
+            EXPECT_TRUE(x >= 0 && x <= width && y >= 0 && y <= height) << d;
+        }
+        EXPECT_GE(count, 2);
+    }
+    EXPECT_EQ(Call(HOUSE + kPipe + " --svg /nowhere/x.svg").status, 2);
+    EXPECT_EQ(Call(std::string(HOUSE) + " --list --up z --svg " + svg).status, 0);
+    EXPECT_TRUE(document.load_file(svg.c_str()));
+}
+
+TEST(Kvprobe, ListsTheObjectsAndTheirBoxes) {
+    const Json objects = CallJson(std::string(HOUSE) + " --list")["objects"];
+    ASSERT_EQ(objects.size(), 110U);
+    bool found = false;
+    for (const Json& object : objects) {
+        if (object["object"] == "IfcSlab_Bodenplatte_1pPHnf7cXCpPsNEnQf8_6B") {
+            found = true;
+            EXPECT_NEAR(object["box"]["low"][1], -0.2, 1e-5);
+            EXPECT_NEAR(object["box"]["high"][0], 12, 1e-5);
+            EXPECT_NEAR(object["box"]["low"][2], -10, 1e-5);
+        }
+    }
+    EXPECT_TRUE(found);
+}
+
+TEST(Kvprobe, ExitsAsGrepDoes) {
+    EXPECT_EQ(Call(HOUSE + kPipe).status, 0);
+    const Outcome nothing = Call(std::string(HOUSE) + " --from -2,50,0 --to 14,50,0");
+    EXPECT_EQ(nothing.status, 1);
+    EXPECT_EQ(nothing.out.find("leg  object  enters  leaves  length\n0 of 110 objects may be"), 0U);
+    EXPECT_EQ(Call("--help").status, 0);
+    EXPECT_EQ(Call("--version").out, "kvprobe 0.1.0\n");
+    const std::string to_full_disk = KVPROBE " " HOUSE + kPipe + " >/dev/full 2>/dev/null";
+    EXPECT_EQ(WEXITSTATUS(std::system(to_full_disk.c_str())), 2);
+}
+
+TEST(Kvprobe, RefusesInOneLineThatNamesTheArgument) {
+    const Scratch scratch;
+    const std::string garbage = scratch.Write("garbage.ifc", "ISO-10303-21;\nHEADER;\n\x01\xff");
+    const std::string empty = scratch.Write("empty.obj", "");
+    const std::string pointless = scratch.Write("pointless.dae", Cubes({}));
+    const std::string house = HOUSE;
+    const struct {
+        std::string arguments;
+        const char* complaint;
+    } rows[] = {
+        {"", "MODEL"},
+        {"/nowhere/model.ifc" + kPipe, "/nowhere/model.ifc: no such file"},
+        {"/tmp" + kPipe, "/tmp: not a file"},
+        {garbage + kPipe, "garbage.ifc: can't be read as a model"},
+        {empty + kPipe, "empty.obj: "},
+        {pointless + kPipe, "pointless.dae: the model has no meshes"},
+        {scratch.Write("model.unknown", "x") + kPipe, "model.unknown: can't be read as a model"},
+        {house, "--from: no probe given"},
+        {house + " --from 1,2,3", "--to: missing"},
+        {house + " --to 1,2,3", "--from: missing"},
+        {house + " --via 1,2,3 --to 3,4,5", "--from: missing"},
+        {house + " --through 1,2,3", "--along: missing"},
+        {house + " --along 1,2,3", "--through: missing"},
+        {house + " --list --from 1,2,3 --to 4,5,6", "--list: "},
+        {house + kPipe + " --through 1,2,3 --along 1,2,3", "--through: "},
+        {house + " --from 1,2,3 --to 1,2,3", "--to: '1,2,3' is the same point as --from"},
+        {house + " --from 1,2,3 --to 1,2,3.0000005", "--to: "},
+        {house + " --from 1,2,3 --via 4,5,6 --via 4,5,6 --to 7,8,9", "--via: "},
+        {house + kPipe + "x", "--radius: '0.05x' is not a number"},
+        {house + " --from 1,2,3 --to 4,5,6 -r -0.1", "--radius: '-0.1' is negative"},
+        {house + " --from 1,2,3 --to 4,5,6 --radius=nan", "--radius: 'nan' is not a number"},
+        {house + " --from 1,2,3 --to 4,5,6 --radius inf", "--radius: 'inf' is not a number"},
+        {house + " --from 1,2,3 --to 4,5,6 --radius 1e999", "--radius: '1e999' is not a number"},
+        {house + " --from 1,2 --to 4,5,6", "--from: '1,2' has 2 coordinates"},
+        {house + " --from 1,2,3 --to 4,5,6,7", "--to: '4,5,6,7' has 4 coordinates"},
+        {house + " --from 1,,3 --to 4,5,6", "--from: '' is not a number"},
+        {house + " --from 1,2,x --to 4,5,6", "--from: 'x' is not a number"},
+        {house + " --from 1,2,1e30 --to 4,5,6", "--from: '1e30' is not a number below 1e30"},
+        {house + " --through 1,2,3 --along 0,0,-0", "--along: the direction has no length"},
+        {house + kPipe + " --up w", "--up: 'w'"},
+        {house + kPipe + " --frobnicate", "--frobnicate"},
+    };
+    for (const auto& row : rows) {
+        const Outcome outcome = Call(row.arguments);
+        EXPECT_EQ(outcome.status, 2) << row.arguments;
+        EXPECT_EQ(outcome.out, "") << row.arguments;
+        EXPECT_EQ(outcome.err.find("kvprobe: "), 0U) << outcome.err;
+        EXPECT_NE(outcome.err.find(row.complaint), std::string::npos) << outcome.err;
+        EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
+    }
+}
+
+TEST(Kvprobe, ShowsItsProgressOnATerminalOnly) {
+    const Scratch scratch;
+    const std::string command = "script -qec '" + std::string(KVPROBE) + " " + HOUSE + kPipe +
+                                "' " + scratch.Path("typescript") + " >/dev/null";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    EXPECT_NE(ReadFile(scratch.Path("typescript")).find("reading the model: "), std::string::npos);
+    EXPECT_EQ(Call(HOUSE + kPipe).err, "");
+}
+
+}  // namespace
+}  // namespace kvgeom::test
