@@ -8,7 +8,8 @@
 #include <kvgeom/kvgeom.h>
 
 // May a pipe of 5 cm radius touch the object with this box, which stands in the model as placed?
-int MayTouch(const GPosition& from, const GPosition& to, const GBox& box, const GTransf& placement) {
+int MayTouch(const GPosition& from, const GPosition& to, const GBox& box,
+             const GTransf& placement) {
     const GUnitVector along = BuildUnitVector(from, to);
     GBoreLine pipe = BuildBoreLine(from, along, GDistance(from, to), 0.0, 0.05);
     pipe *= placement.Inverse();  // into the coordinates of the object
