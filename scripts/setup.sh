@@ -3,7 +3,8 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-packages_to_build=(g++ cmake ninja-build libassimp-dev libcli11-dev nlohmann-json3-dev)
+# zlib1g-dev: what libassimp-dev needs and does not name.
+packages_to_build=(g++ cmake ninja-build libassimp-dev zlib1g-dev libcli11-dev nlohmann-json3-dev)
 packages_to_test=("${packages_to_build[@]}" binutils libgtest-dev libpugixml-dev pkg-config)
 # A real building to try it on.
 packages_with_models=(assimp-testmodels)
