@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Installs the library, moves the installed tree, and builds and runs the consumer project against it:
 # through the CMake package, and through pkg-config as C++17.
-# Arguments: the build folder, the C++ compiler, and the compiler flags of the build.
+# Arguments: the build folder, the C++ compiler, and the flags and the generator of the build.
 set -euo pipefail
-build=$1 cxx=$2 flags=$3
+build=$1 cxx=$2 flags=$3 generator=$4
 consumer=$(cd "$(dirname "$0")/consumer" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -17,7 +17,7 @@ if shared=$(ls "$lib"/libkvgeom.so 2>/dev/null); then
   [ -e "$lib/$soname" ] || { echo "SONAME $soname is not installed"; exit 1; }
 fi
 
-cmake -S "$consumer" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$work/moved" \
+cmake -S "$consumer" -B "$work/cmake" -G "$generator" -DCMAKE_PREFIX_PATH="$work/moved" \
   -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_CXX_FLAGS="$flags" >/dev/null
 cmake --build "$work/cmake" >/dev/null
 "$work/cmake/consumer"
