@@ -27,6 +27,18 @@ static_assert(IsDoubles<G4x4>(16));
 static_assert(IsDoubles<GBox>(6));
 static_assert(IsDoubles<GBoreLine>(9));
 
+static_assert(IsDoubles<GBoreCone>(12));
+
+// 24 doubles and a count.
+static_assert(IsPlain<GClipVolume> &&
+              sizeof(GClipVolume) == 24 * sizeof(double) + alignof(GClipVolume));
+
+// A count and a pointer, each padded to the other, and the doubles.
+static_assert(IsPlain<GPtFence> && sizeof(GPtFence) == 2 * sizeof(void*) + 5 * sizeof(double));
+static_assert(IsPlain<GPtFrustum> && sizeof(GPtFrustum) == sizeof(GPtFence) + sizeof(GPosition));
+static_assert(IsPlain<GRtPrism> &&
+              sizeof(GRtPrism) == sizeof(GTransf) + 2 * sizeof(void*) + sizeof(double));
+
 // 13 doubles and three flags, padded to the alignment of a double, which is 4 in the 32-bit Unix
 // ABI and 8 elsewhere.
 static_assert(IsPlain<GTransf> && sizeof(GTransf) == 13 * sizeof(double) + alignof(GTransf));

@@ -46,6 +46,19 @@ struct tagGBox {
     KVGEOM_API tagGBox& operator|=(const tagGBox& b);
     KVGEOM_API tagGBox& operator&=(const tagGBox& b);
 
+    /// The in-place forms of the maps in box_mapping.h: box * m, box * t, and a * box.
+    KVGEOM_API tagGBox& operator*=(const GMatrix& m);
+    KVGEOM_API tagGBox& operator*=(const GTransf& t);
+    KVGEOM_API tagGBox& operator*=(const G4x4& a);
+
+    /// Cuts off the part behind the plane N.X + d = 0, where N is (a, b, c) normalised; d is used
+    /// as given. The box becomes the box around what is left, and 1 is returned; or the canonical
+    /// null box, and 0, when no corner lies in front of the plane. A null box stays as it is, and
+    /// returns 0. (a, b, c) of null length passes the message of BuildUnitVector and leaves
+    /// nothing. Edges that rise towards the plane by less than half the distance tolerance a unit
+    /// are not cut.
+    KVGEOM_API int ClipWPlane(double a, double b, double c, double d);
+
     /// Writes the eight corners: the bottom face anticlockwise seen from +z, from the low corner,
     /// then the top face in the same order.
     KVGEOM_API void GiveCorners(GPosition* const corners) const;

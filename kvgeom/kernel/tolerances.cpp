@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/error_codes.h>
+#include <kvgeom/kernel/refusal.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/kernel/tolerances.h>
 
@@ -13,11 +13,6 @@ constinit std::atomic<double> g_fit_tolerance{1e-3};
 namespace {
 
 constexpr int kPositionDoubleAlignment = 1;
-
-void Refuse(const char* message, long* err) {
-    Gassert_debug(message);
-    *err = kPreconditionFailed;
-}
 
 }  // namespace
 }  // namespace kvgeom::detail

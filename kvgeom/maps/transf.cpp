@@ -5,6 +5,7 @@
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/fixed_maps.h>
 #include <kvgeom/maps/transf.h>
+#include <kvgeom/points/from_origin.h>
 #include <kvgeom/points/linear_forms.h>
 #include <kvgeom/points/position.h>
 
@@ -118,10 +119,10 @@ GTransf operator*(const GTransf& a, const GTransf& b) {
 
 long GetRotAngles(const GTransf& t, double* a, double* b, double* c, GPosition& origin) {
     const RotationAngles angles = Decompose(t.m_matrix);
-    const GVector translation = t.m_translation;
+    const GPosition translation = FromOrigin(t.m_translation);
     *a = angles.a;
     *b = angles.b;
     *c = angles.c;
-    origin = {translation.m_x, translation.m_y, translation.m_z};
+    origin = translation;
     return kSuccess;
 }

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/error_codes.h>
+#include <kvgeom/kernel/refusal.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/fixed_maps.h>
 #include <kvgeom/maps/transf_builders.h>
 #include <kvgeom/points/direction.h>
+#include <kvgeom/points/from_origin.h>
 #include <kvgeom/points/linear_forms.h>
 
 #include <cmath>
@@ -79,7 +80,7 @@ GTransf CoordinateTransf(const GPosition& origin, const GUnitVector& xAxis,
     const GVector x = xAxis;
     const GUnitVector y = Direction(yAxis - (x % yAxis) * x);
     const GUnitVector z = Direction(x * y);
-    return RotationRecord(BuildMatrix(xAxis, y, z, 0), {origin.m_x, origin.m_y, origin.m_z});
+    return RotationRecord(BuildMatrix(xAxis, y, z, 0), OriginTo(origin));
 }
 
 GTransf CoordinateTransf(const GPosition& origin, const GUnitVector& zAxis) {
@@ -98,13 +99,11 @@ void OldToNewTransf(const GPosition& oldOrigin, const GUnitVector& oldX, const G
     *err = kSuccess;
     const double tol = RelativeTolerance();
     if (!IsUnit(oldX, tol) || !IsUnit(oldY, tol) || !IsUnit(newX, tol) || !IsUnit(newY, tol)) {
-        Gassert_debug("Not a unit vector.");
-        *err = kPreconditionFailed;
+        Refuse("Not a unit vector.", err);
         return;
     }
     if (!oldX.IsOrthogonal(oldY) || !newX.IsOrthogonal(newY)) {
-        Gassert_debug("Vectors are not orthogonal");
-        *err = kPreconditionFailed;
+        Refuse("Vectors are not orthogonal", err);
         return;
     }
     const GUnitVector old_z = Direction(GVector(oldX) * GVector(oldY));

@@ -2,6 +2,7 @@
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/extremes.h>
 #include <kvgeom/kernel/tolerance_state.h>
+#include <kvgeom/points/from_origin.h>
 #include <kvgeom/volumes/bore_line.h>
 #include <kvgeom/volumes/null_bore_line.h>
 
@@ -56,8 +57,7 @@ int GBoreLine::ClipWPlane(double a, double b, double c, double d) {
     }
     const GUnitVector unit_normal = BuildUnitVector(a, b, c);
     const GVector normal = unit_normal;
-    const GVector foot = -d * normal;
-    const GPosition plane_point = {foot.m_x, foot.m_y, foot.m_z};
+    const GPosition plane_point = FromOrigin(-d * normal);
     const double front_distance = normal % (Evaluate(m_front) - plane_point);
     const double back_distance = normal % (Evaluate(m_back) - plane_point);
     // A null normal has no side that could be kept, whatever d makes of the distances.

@@ -66,6 +66,7 @@ struct Inputs {
     G4x4 a, b;
     GBox box, other;
     GBoreLine l, o;
+    std::array<GPosition, 5> profile;
 
     explicit Inputs(Random& random)
         : x(random.Number()),
@@ -88,7 +89,26 @@ struct Inputs {
           box(random.Box()),
           other(random.Box()),
           l(random.BoreLine()),
-          o(random.BoreLine()) {}
+          o(random.BoreLine()) {
+        for (GPosition& corner : profile) {
+            corner = random.Point();
+        }
+        profile.back() = profile.front();
+    }
+
+    // A fence over the given points.
+    GPtFence Fence(std::array<GPosition, 5>& points) const {
+        return {points.size(), points.data(), u, y, y - tol};
+    }
+
+    GClipVolume Volume() const {
+        GBox sides = box;
+        GClipVolume volume;
+        ConvertGBoxToGClipVolume(&sides, &volume);
+        volume.m_planes[1][1] += w.m_x;
+        volume.m_planes[4][0] += w.m_y;
+        return volume;
+    }
 };
 
 // Runs an operation that writes into an error code and returns or writes a record.
@@ -109,6 +129,35 @@ template <class Record, class Operand>
 void PutInPlace(Record record, const Operand& operand) {
     record *= operand;
     Put(record);
+}
+
+void PutVolume(const GClipVolume& volume) {
+    Put(volume.m_planes);
+    Put(int{volume.m_count});
+}
+
+void PutFence(const GPtFence& fence) {
+    Put(fence.m_direction);
+    Put(fence.m_front);
+    Put(fence.m_back);
+    for (unsigned long k = 0; k < fence.m_count; ++k) {
+        Put(fence.m_points[k]);
+    }
+}
+
+void PutPrism(const GRtPrism& prism) {
+    Put(WithoutRotationFlag(prism.m_transf));
+    Put(prism.m_height);
+    for (unsigned long k = 0; k < prism.m_count; ++k) {
+        Put(prism.m_points[k]);
+    }
+}
+
+template <class Builder>
+void PutBuilt(Builder builder) {
+    G4x4 m = {};
+    PutWithError([&](long* err) { builder(m, err); });
+    Put(m);
 }
 
 using Operation = std::pair<const char*, void (*)(const Inputs&)>;
@@ -316,6 +365,155 @@ const std::vector<Operation> kOperations = {
      }},
     {"GBoreLine && GBox", [](const Inputs& i) { Put(i.l && i.box); Put(i.o && i.other); }},
     {"GBoreLine & GBox", [](const Inputs& i) { Put(i.l & i.box); }},
+    {"GetMirrorPlaneNormal",
+     [](const Inputs& i) {
+         GUnitVector normal = {};
+         GVector offset;
+         Put(GetMirrorPlaneNormal(ReflectTransf(i.u, i.p), normal, offset));
+         Put(normal);
+         Put(offset);
+     }},
+    {"GTransfHealer",
+     [](const Inputs& i) {
+         GTransf t = i.t;
+         t.m_matrix.m_elements[0][1] += i.tol;
+         int healed = 77;
+         PutWithError([&](long* err) { GTransfHealer(t, t, &healed, err); });
+         Put(t);
+         Put(healed);
+     }},
+    {"Scale4x4", [](const Inputs& i) { PutBuilt([&](G4x4& m, long* e) { Scale4x4(i.x, m, e); }); }},
+    {"Scale4x4 c",
+     [](const Inputs& i) { PutBuilt([&](G4x4& m, long* e) { Scale4x4(i.x, i.p, m, e); }); }},
+    {"Scale4x4 xyz",
+     [](const Inputs& i) { PutBuilt([&](G4x4& m, long* e) { Scale4x4(i.x, i.y, 3, m, e); }); }},
+    {"Scale4x4 xyz c",
+     [](const Inputs& i) { PutBuilt([&](G4x4& m, long* e) { Scale4x4(i.x, i.y, 3, i.p, m, e); }); }},
+    {"Rotate4x4",
+     [](const Inputs& i) { PutBuilt([&](G4x4& m, long* e) { Rotate4x4(0.6, 0.8, i.u, m, e); }); }},
+    {"Rotate4x4 p",
+     [](const Inputs& i) {
+         PutBuilt([&](G4x4& m, long* e) { Rotate4x4(i.x, 0.8, i.u, i.p, m, e); });
+         PutBuilt([&](G4x4& m, long* e) { Rotate4x4(0.6, 0.8, i.u, i.p, m, e); });
+     }},
+    {"Reflect4x4", [](const Inputs& i) { PutBuilt([&](G4x4& m, long* e) { Reflect4x4(i.u, m, e); }); }},
+    {"Reflect4x4 p",
+     [](const Inputs& i) { PutBuilt([&](G4x4& m, long* e) { Reflect4x4(i.u, i.p, m, e); }); }},
+    {"Translate4x4",
+     [](const Inputs& i) { PutBuilt([&](G4x4& m, long* e) { Translate4x4(i.v, m, e); }); }},
+    {"Coordinate4x4",
+     [](const Inputs& i) { PutBuilt([&](G4x4& m, long* e) { Coordinate4x4(i.p, i.u, i.n, m, e); }); }},
+    {"GBox * GMatrix", [](const Inputs& i) { Put(i.box * i.m); PutInPlace(i.box, i.k); }},
+    {"GMatrix * GBox", [](const Inputs& i) { Put(i.m * i.box); }},
+    {"GBox * GTransf", [](const Inputs& i) { Put(i.box * i.t); PutInPlace(i.box, i.s); }},
+    {"GTransf * GBox", [](const Inputs& i) { Put(i.t * i.box); }},
+    {"GBox * G4x4", [](const Inputs& i) { Put(i.box * i.a); }},
+    {"G4x4 * GBox", [](const Inputs& i) { Put(i.a * i.box); PutInPlace(i.box, i.b); }},
+    {"GBox::ClipWPlane",
+     [](const Inputs& i) {
+         GBox box = i.box;
+         Put(box.ClipWPlane(i.v.m_x, i.v.m_y, i.v.m_z, i.x));
+         Put(box);
+     }},
+    {"BuildClipVolume points",
+     [](const Inputs& i) {
+         const GUnitVector normals[] = {i.u, i.n, i.u, i.n, i.u, i.n};
+         PutVolume(BuildClipVolume(i.index + 1, i.profile.data(), normals));
+     }},
+    {"BuildClipVolume values",
+     [](const Inputs& i) { PutVolume(BuildClipVolume(i.index, i.a.m_matrix)); }},
+    {"IsPtInClipVolume",
+     [](const Inputs& i) {
+         int result;
+         PutWithError([&](long* err) { IsPtInClipVolume(i.Volume(), i.p, &result, err); });
+         Put(result);
+     }},
+    {"GClipVolume && GBox", [](const Inputs& i) { Put(i.Volume() && i.other); }},
+    {"GClipVolume >> GBox", [](const Inputs& i) { Put(i.Volume() >> i.other); }},
+    {"GClipVolume + GVector", [](const Inputs& i) { PutVolume(i.Volume() + i.v); }},
+    {"GClipVolume - GVector", [](const Inputs& i) { PutVolume(i.Volume() - i.v); }},
+    {"GClipVolume * GMatrix", [](const Inputs& i) { PutVolume(i.Volume() * i.m); }},
+    {"GMatrix * GClipVolume", [](const Inputs& i) { PutVolume(i.m * i.Volume()); }},
+    {"GClipVolume * GTransf", [](const Inputs& i) { PutVolume(i.Volume() * i.t); }},
+    {"GClipVolume * double", [](const Inputs& i) { PutVolume(i.Volume() * i.x); }},
+    {"GClipVolume / double",
+     [](const Inputs& i) { GClipVolume v = i.Volume(); PutVolume(v / i.x); PutVolume(v /= i.x); }},
+    {"ClipVolumeRange", [](const Inputs& i) { Put(ClipVolumeRange(i.Volume())); }},
+    {"BuildPtFence",
+     [](const Inputs& i) {
+         std::array<GPosition, 5> room = {};
+         GPtFence fence = i.Fence(room);
+         PutWithError([&](long* err) {
+             BuildPtFence(5, i.profile.data(), i.n, i.x, i.y, fence, err);
+         });
+         PutFence(fence);
+     }},
+    {"FindPlanes, IsPtInPtFence",
+     [](const Inputs& i) {
+         std::array<GPosition, 5> room = i.profile;
+         GPosition points[6];
+         GUnitVector normals[6];
+         i.Fence(room).FindPlanes(points, normals);
+         Put(points);
+         Put(normals);
+         int inside;
+         PutWithError([&](long* err) {
+             IsPtInPtFence(i.Fence(room), points, normals, i.p, &inside, err);
+         });
+         Put(inside);
+     }},
+    {"GPtFence && GBox",
+     [](const Inputs& i) { std::array<GPosition, 5> room = i.profile; Put(i.Fence(room) && i.box); }},
+    {"GPtFence *=",
+     [](const Inputs& i) {
+         std::array<GPosition, 5> room = i.profile;
+         GPtFence fence = i.Fence(room);
+         PutFence(fence *= i.t);
+         PutFence(fence *= i.a);
+     }},
+    {"PtFenceRange",
+     [](const Inputs& i) { std::array<GPosition, 5> room = i.profile; Put(PtFenceRange(i.Fence(room))); }},
+    {"BuildPtFrustum, GPtFrustum *=",
+     [](const Inputs& i) {
+         std::array<GPosition, 5> source = i.profile;
+         std::array<GPosition, 5> room = {};
+         GPtFrustum frustum = {i.Fence(room), i.q};
+         PutWithError([&](long* err) { BuildPtFrustum(i.Fence(source), i.p, frustum, err); });
+         frustum *= i.t;
+         PutFence(frustum.m_fence);
+         frustum *= i.b;
+         PutFence(frustum.m_fence);
+         Put(frustum.m_eye);
+     }},
+    {"PtFrustumRange",
+     [](const Inputs& i) {
+         std::array<GPosition, 5> room = i.profile;
+         Put(PtFrustumRange({i.Fence(room), i.p}));
+     }},
+    {"BuildRtPrism own, GRtPrism *=",
+     [](const Inputs& i) {
+         std::array<GPosition, 5> room = {};
+         GRtPrism prism = {i.t, room.data(), 0, 0};
+         PutWithError([&](long* err) { BuildRtPrism(i.s, i.profile.data(), 5, i.x, prism, err); });
+         PutPrism(prism *= i.t);
+         PutPrism(prism *= i.a);
+     }},
+    {"BuildRtPrism world, RtPrismRange",
+     [](const Inputs& i) {
+         std::array<GPosition, 5> room = i.profile;
+         GRtPrism prism = {i.t, room.data(), 0, 0};
+         PutWithError([&](long* err) { BuildRtPrism(room.data(), 5, i.u, i.x, i.y, prism, err); });
+         PutPrism(prism);
+         Put(RtPrismRange(prism));
+     }},
+    {"GBoreCone *=, BoreConeRange",
+     [](const Inputs& i) {
+         GBoreCone cone;
+         PutWithError([&](long* err) { BuildBoreCone(i.l, i.p, cone, err); });
+         Put(BoreConeRange(cone));
+         Put(cone *= i.t);
+         Put(cone *= i.b);
+     }},
 };
 
 }  // namespace

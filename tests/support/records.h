@@ -35,7 +35,8 @@ inline double Down(double x) {
 /// The numbers that a record consists of, in order.
 template <class Record>
 std::vector<double> Numbers(const Record& record) {
-    std::vector<double> numbers(sizeof(Record) / sizeof(double));
+    constexpr size_t kBytes = sizeof(Record);
+    std::vector<double> numbers(kBytes / sizeof(double));
     std::memcpy(numbers.data(), &record, numbers.size() * sizeof(double));
     return numbers;
 }

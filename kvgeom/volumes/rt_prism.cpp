@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include <kvgeom/kernel/error_codes.h>
+#include <kvgeom/kernel/refusal.h>
+#include <kvgeom/maps/transf_builders.h>
+#include <kvgeom/points/direction.h>
+#include <kvgeom/points/mapping.h>
+#include <kvgeom/volumes/profile.h>
+#include <kvgeom/volumes/rt_prism.h>
+
+using namespace kvgeom::detail;
+
+namespace {
+
+bool IsClosedProfile(const GPosition* points, unsigned long count) {
+    return count > 0 && IsClosed(points, count);
+}
+
+}  // namespace
+
+GRtPrism& GRtPrism::operator*=(const GTransf& t) {
+    m_transf *= t;
+    return *this;
+}
+
+GRtPrism& GRtPrism::operator*=(const G4x4& a) {
+    GTransf t;
+    t = a;
+    return *this *= t;
+}
+
+void BuildRtPrism(const GTransf& t, const GPosition* const pts, unsigned long num, double height,
+                  GRtPrism& prism, long* err) {
+    *err = kSuccess;
+    if (!IsClosedProfile(pts, num)) {
+        Refuse("BuildRtPrism: pts aren't closed", err);
+        return;
+    }
+    if (height < 0) {
+        Refuse("BuildRtPrism: height is negative", err);
+        return;
+    }
+    CopyPoints(pts, num, prism.m_points);
+    prism.m_transf = t;
+    prism.m_height = height;
+    prism.m_count = num;
+}
+
+void BuildRtPrism(const GPosition* const pts, unsigned long num, GUnitVector normal, double f_depth,
+                  double b_depth, GRtPrism& prism, long* err) {
+    *err = kSuccess;
+    if (normal.IsNull()) {
+        Refuse("BuildRtPrism: normal is invalid", err);
+        return;
+    }
+    if (!IsClosedProfile(pts, num)) {
+        Refuse("BuildRtPrism: pts aren't closed", err);
+        return;
+    }
+    if (b_depth > f_depth) {
+        Refuse("BuildRtPrism: f_depth < b_depth", err);
+        return;
+    }
+    // The edge as it was given: the points may be the prism's own, which move now.
+    const GPosition from = pts[0];
+    const GPosition to = num > 1 ? pts[1] : from;
+    GPosition* const points = prism.m_points;
+    CopyPoints(pts, num, points);
+    const GVector to_base = b_depth * normal;
+    for (unsigned long i = 0; i < num; ++i) {
+        points[i] += to_base;
+    }
+
+    const GUnitVector x_axis = BuildUnitVector(from, to);
+    if (x_axis.IsNull()) {
+        Refuse("BuildRtPrism: pts[0] and pts[1] are the same\n", err);
+        return;
+    }
+    const GUnitVector y_axis = Direction(GVector(normal) * GVector(x_axis));
+    prism.m_transf = CoordinateTransf(points[0], x_axis, y_axis);
+    const GTransf to_own_frame = prism.m_transf.Inverse();
+    for (unsigned long i = 0; i < num; ++i) {
+        points[i] *= to_own_frame;
+        points[i].m_z = 0.0;
+    }
+    prism.m_count = num;
+    prism.m_height = f_depth - b_depth;
+}
+
+GBox RtPrismRange(const GRtPrism& prism) {
+    return RangeOfImages(prism.m_points, prism.m_count,
+                         [&prism](const GPosition& p, GPosition& base, GPosition& top) {
+                             base = p * prism.m_transf;
+                             top = GPosition{p.m_x, p.m_y, p.m_z + prism.m_height} * prism.m_transf;
+                         });
+}
