@@ -2,64 +2,61 @@
 #include "probe/arguments.h"
 
 #include "probe/failure.h"
+#include "probe/numbers.h"
+#include "probe/text.h"
+
+#include <kvgeom/kvgeom.h>
 
 #include <CLI/CLI.hpp>
 
-#include <charconv>
+#include <array>
 #include <cmath>
 #include <iostream>
-#include <string_view>
 
 namespace kvprobe {
 namespace {
 
-constexpr int kCoordinates = 3;
-// Coordinates beyond this are the kernel's infinity.
-constexpr double kLargestCoordinate = 1e30;
+constexpr size_t kMostPlanes = 6;
+constexpr size_t kFewestCorners = 3;
 
-double ParseNumber(const std::string& argument, std::string_view text) {
-    double value = 0;
-    const char* const end = text.data() + text.size();
-    const std::from_chars_result parsed = std::from_chars(text.data(), end, value);
-    if (parsed.ec != std::errc() || parsed.ptr != end) {
-        throw Failure(argument, "'" + std::string(text) + "' is not a number");
-    }
-    if (!(std::fabs(value) < kLargestCoordinate)) {
-        throw Failure(argument, "'" + std::string(text) + "' is not a number below 1e30");
-    }
-    return value;
-}
+constexpr const char* kCommands =
+    "Commands (bore when none is given; kvprobe COMMAND --help tells more):\n"
+    "  bore     a pipe along a route, or without ends: which objects it may touch, and where\n"
+    "  fence    a convex polygon between two depths: which objects it may touch\n"
+    "  window   up to six planes, or a box: which objects lie inside, which cross\n"
+    "  cone     a circle seen from an eye: its range, and the objects that this meets\n"
+    "  frustum  a polygon seen from an eye: likewise\n"
+    "  prism    a polygon extruded: likewise\n\n"
+    "Exit status: 0 something was found, 1 nothing, 2 an error.";
 
-GVector ParseTriple(const std::string& argument, std::string_view text) {
-    double values[kCoordinates];
-    int count = 0;
-    for (size_t begin = 0; begin <= text.size(); ++count) {
-        const size_t end = std::min(text.find(',', begin), text.size());
-        if (count < kCoordinates) {
-            values[count] = ParseNumber(argument, text.substr(begin, end - begin));
-        }
-        begin = end + 1;
-    }
-    if (count != kCoordinates) {
-        throw Failure(argument, "'" + std::string(text) + "' has " + std::to_string(count) +
-                                    " coordinates, not three as in 1,2.5,-3");
-    }
-    return {values[0], values[1], values[2]};
-}
+// The texts as they stand on the command line. Numbers are read by the parsers of numbers.h, whose
+// complaints name the argument.
+struct Texts {
+    std::string from;
+    std::vector<std::string> via;
+    std::string to;
+    std::string through;
+    std::string along;
+    std::string radius = "0";
+    std::vector<std::string> points;
+    std::string points_file;
+    std::vector<std::string> planes;
+    std::string planes_file;
+    std::string box;
+    std::string point;
+    std::string direction;
+    std::string front;
+    std::string back;
+    std::string eye;
+    std::string up = "y";
+    bool list = false;
+};
 
-GPosition ParsePosition(const std::string& argument, std::string_view text) {
-    const GVector v = ParseTriple(argument, text);
-    return {v.m_x, v.m_y, v.m_z};
-}
-
-GUnitVector ParseDirection(const std::string& argument, std::string_view text) {
-    const GVector v = ParseTriple(argument, text);
-    // Scaled by its largest component first, so that neither tiny nor huge directions are lost.
-    const double largest = std::max({std::fabs(v.m_x), std::fabs(v.m_y), std::fabs(v.m_z)});
-    if (!std::isnormal(largest)) {
-        throw Failure(argument, "the direction has no length");
+const std::string& Needed(const std::string& argument, const std::string& text) {
+    if (text.empty()) {
+        throw Failure(argument, "missing");
     }
-    return BuildUnitVector(v.m_x / largest, v.m_y / largest, v.m_z / largest);
+    return text;
 }
 
 double ParseRadius(const std::string& text) {
@@ -77,20 +74,8 @@ UpAxis ParseUpAxis(const std::string& text) {
     if (text == "z") {
         return UpAxis::kZ;
     }
-    throw Failure("--up", "'" + text + "' is neither y nor z");
+    throw Failure("--up", "'" + Printable(text) + "' is neither y nor z");
 }
-
-// The texts as they stand on the command line. Numbers are read by the parsers above, whose
-// complaints name the argument.
-struct Texts {
-    std::string from;
-    std::vector<std::string> via;
-    std::string to;
-    std::string through;
-    std::string along;
-    std::string radius = "0";
-    std::string up = "y";
-};
 
 std::vector<GPosition> ParseRoute(const Texts& texts) {
     if (texts.from.empty()) {
@@ -117,38 +102,294 @@ std::vector<GPosition> ParseRoute(const Texts& texts) {
     return route;
 }
 
-Line ParseLine(const Texts& texts) {
+LineRequest ParseLine(const Texts& texts) {
     if (texts.through.empty()) {
         throw Failure("--through", "missing beside --along");
     }
     if (texts.along.empty()) {
         throw Failure("--along", "missing beside --through");
     }
-    return {ParsePosition("--through", texts.through), ParseDirection("--along", texts.along)};
+    return {ParsePosition("--through", texts.through), ParseDirection("--along", texts.along),
+            ParseRadius(texts.radius)};
 }
 
-void ParseProbe(const Texts& texts, Arguments& arguments) {
+Request ParseBore(const Texts& texts) {
     const bool has_route = !texts.from.empty() || !texts.via.empty() || !texts.to.empty();
     const bool has_line = !texts.through.empty() || !texts.along.empty();
     if (has_route && has_line) {
         throw Failure("--through", "a line without ends excludes --from, --via and --to");
     }
-    if (arguments.list) {
-        if (has_route || has_line) {
-            throw Failure("--list", "lists the objects of the model and takes no probe");
-        }
-        return;
+    if (texts.list && (has_route || has_line)) {
+        throw Failure("--list", "lists the objects of the model and takes no probe");
     }
-    if (!has_route && !has_line) {
-        throw Failure("--from",
-                      "no probe given: say --from and --to, --through and --along, or "
-                      "--list");
+    if (texts.list) {
+        return ListRequest{};
     }
     if (has_route) {
-        arguments.route = ParseRoute(texts);
-    } else {
-        arguments.line = ParseLine(texts);
+        return RouteRequest{ParseRoute(texts), ParseRadius(texts.radius)};
     }
+    if (has_line) {
+        return ParseLine(texts);
+    }
+    throw Failure("--from",
+                  "no probe given: say --from and --to, --through and --along, or --list");
+}
+
+// The rows of numbers that come from a repeated argument or from a file.
+std::vector<std::vector<double>> ParseRows(const std::string& argument,
+                                           const std::vector<std::string>& texts,
+                                           const std::string& file, size_t wanted) {
+    if (texts.empty() == file.empty()) {
+        throw Failure(argument,
+                      "give either " + argument + ", again and again, or " + argument + "s FILE");
+    }
+    if (!file.empty()) {
+        return ReadNumberFile(file, wanted);
+    }
+    std::vector<std::vector<double>> rows;
+    for (const std::string& text : texts) {
+        rows.push_back(ParseNumbers(argument, text, wanted));
+    }
+    return rows;
+}
+
+// The normal of a polygon by Newell's sum, which any three collinear points can't spoil; the null
+// vector for points on a line.
+GVector NewellNormal(const std::vector<GPosition>& polygon) {
+    GVector sum = {0, 0, 0};
+    for (size_t i = 1; i < polygon.size(); ++i) {
+        const GVector a = polygon[i - 1] - polygon[0];
+        const GVector b = polygon[i] - polygon[0];
+        sum += a * b;
+    }
+    return sum;
+}
+
+// The sine of the turn at each corner of a closed polygon, to the left about the normal.
+std::vector<double> Turns(const std::vector<GPosition>& polygon, const GUnitVector& normal) {
+    const size_t corners = polygon.size() - 1;
+    std::vector<double> turns;
+    for (size_t i = 0; i < corners; ++i) {
+        const GVector in = polygon[i] - polygon[(i + corners - 1) % corners];
+        const GVector out = polygon[i + 1] - polygon[i];
+        turns.push_back((in * out) % normal / (in.GetLength() * out.GetLength()));
+    }
+    return turns;
+}
+
+// Throws unless the polygon turns to the left only, about its normal. Points on straight edges are
+// left out: a fence tells its inside from its first corner, which so is a real one.
+std::vector<GPosition> ConvexCorners(const std::string& argument,
+                                     const std::vector<GPosition>& polygon,
+                                     const GUnitVector& normal) {
+    const std::vector<double> turns = Turns(polygon, normal);
+    const double tol = GetRelativeTolerance();
+    std::vector<GPosition> corners;
+    for (size_t i = 0; i < turns.size(); ++i) {
+        if (turns[i] < -tol) {
+            throw Failure(argument,
+                          "the polygon is not convex at its point " + std::to_string(i + 1));
+        }
+        if (turns[i] > tol) {
+            corners.push_back(polygon[i]);
+        }
+    }
+    corners.push_back(corners.front());
+    return corners;
+}
+
+PolygonRequest ParsePolygon(const Texts& texts, bool must_be_convex) {
+    const std::string argument = texts.points_file.empty() ? "--point" : texts.points_file;
+    PolygonRequest request;
+    for (const std::vector<double>& row :
+         ParseRows("--point", texts.points, texts.points_file, 3)) {
+        const GPosition p = {row[0], row[1], row[2]};
+        if (request.polygon.empty() || !p.IsEqual(request.polygon.back())) {
+            request.polygon.push_back(p);
+        }
+    }
+    if (!request.polygon.front().IsEqual(request.polygon.back()) || request.polygon.size() == 1) {
+        request.polygon.push_back(request.polygon.front());
+    }
+    if (request.polygon.size() <= kFewestCorners) {
+        throw Failure(argument, "a polygon needs three different points");
+    }
+    const GVector normal = NewellNormal(request.polygon);
+    long err = 0;
+    const GUnitVector unit_normal =
+        BuildUnitVector(normal.m_x, normal.m_y, normal.m_z, GetDistanceTolerance(), &err);
+    if (err != 0) {
+        throw Failure(argument, "the polygon's points lie on a line");
+    }
+    request.direction =
+        texts.direction.empty() ? unit_normal : ParseDirection("--direction", texts.direction);
+    const double side = request.direction % unit_normal;
+    if (std::fabs(side) < GetRelativeTolerance()) {
+        throw Failure("--direction", "lies in the plane of the polygon");
+    }
+    if (must_be_convex) {
+        request.polygon = ConvexCorners(argument, request.polygon, unit_normal);
+    }
+    request.front = ParseNumber("--front", Needed("--front", texts.front));
+    request.back = ParseNumber("--back", Needed("--back", texts.back));
+    if (request.front < request.back) {
+        throw Failure("--front", "'" + texts.front + "' is less than --back '" + texts.back + "'");
+    }
+    return request;
+}
+
+// An eye must not lie between the planes: the rays would point both ways.
+GPosition ParseEye(const Texts& texts, const GPosition& origin, const GUnitVector& direction,
+                   double front, double back) {
+    const GPosition eye = ParsePosition("--eye", Needed("--eye", texts.eye));
+    const double depth = (eye - origin) % direction;
+    if (back < depth && depth < front) {
+        throw Failure("--eye", "'" + texts.eye + "' lies between the front and the back plane");
+    }
+    return eye;
+}
+
+Request ParseFence(const Texts& texts) {
+    return FenceRequest{ParsePolygon(texts, true)};
+}
+
+Request ParsePrism(const Texts& texts) {
+    return PrismRequest{ParsePolygon(texts, false)};
+}
+
+Request ParseFrustum(const Texts& texts) {
+    const PolygonRequest polygon = ParsePolygon(texts, false);
+    return FrustumRequest{polygon, ParseEye(texts, polygon.polygon[0], polygon.direction,
+                                            polygon.front, polygon.back)};
+}
+
+Request ParseCone(const Texts& texts) {
+    ConeRequest request;
+    request.point = ParsePosition("--point", Needed("--point", texts.point));
+    request.direction = ParseDirection("--direction", Needed("--direction", texts.direction));
+    request.front = ParseNumber("--front", Needed("--front", texts.front));
+    request.back = ParseNumber("--back", Needed("--back", texts.back));
+    if (request.front < request.back) {
+        throw Failure("--front", "'" + texts.front + "' is less than --back '" + texts.back + "'");
+    }
+    request.radius = ParseRadius(texts.radius);
+    request.eye = ParseEye(texts, request.point, request.direction, request.front, request.back);
+    return request;
+}
+
+Request ParseWindow(const Texts& texts) {
+    if (!texts.box.empty()) {
+        if (!texts.planes.empty() || !texts.planes_file.empty()) {
+            throw Failure("--box", "excludes --plane and --planes");
+        }
+        const std::vector<double> n = ParseNumbers("--box", texts.box, 6);
+        for (size_t i = 0; i < 3; ++i) {
+            if (n[i] > n[i + 3]) {
+                throw Failure("--box", "'" + texts.box + "': low corner first, then the high one");
+            }
+        }
+        GBox box = BuildBox(n[0], n[1], n[2], n[3], n[4], n[5]);
+        WindowRequest request;
+        ConvertGBoxToGClipVolume(&box, &request.volume);
+        return request;
+    }
+    const std::string argument = texts.planes_file.empty() ? "--plane" : texts.planes_file;
+    std::vector<double> values;
+    const auto rows = ParseRows("--plane", texts.planes, texts.planes_file, 4);
+    if (rows.size() > kMostPlanes) {
+        throw Failure(argument, std::to_string(rows.size()) + " planes: a window has at most six");
+    }
+    for (const std::vector<double>& row : rows) {
+        long err = 0;
+        BuildUnitVector(row[0], row[1], row[2], GetDistanceTolerance(), &err);
+        if (err != 0) {
+            throw Failure(argument, "a plane's normal (its first three numbers) has no length");
+        }
+        values.insert(values.end(), row.begin(), row.end());
+    }
+    return WindowRequest{BuildClipVolume(static_cast<unsigned>(rows.size()), values.data())};
+}
+
+void AddBoreOptions(CLI::App& app, Texts& texts) {
+    app.add_option("--from", texts.from, "Where the route begins: x,y,z in the model's units");
+    app.add_option("--via", texts.via, "A bend of the route; may be given again")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    app.add_option("--to", texts.to, "Where the route ends");
+    app.add_option("--through", texts.through, "A point of a line without ends");
+    app.add_option("--along", texts.along, "The direction of that line");
+    app.add_option("-r,--radius", texts.radius, "The radius of the pipe (0)");
+    app.add_flag("--list", texts.list, "List the objects and their boxes");
+}
+
+void AddDepthOptions(CLI::App& app, Texts& texts) {
+    app.add_option("--front", texts.front, "How far it reaches along its direction");
+    app.add_option("--back", texts.back, "Where it begins along its direction");
+}
+
+void AddPolygonOptions(CLI::App& app, Texts& texts) {
+    app.add_option("--point", texts.points, "A corner x,y,z of the polygon; given for each")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    app.add_option("--points", texts.points_file, "Or a file with a corner a line");
+    app.add_option("--direction", texts.direction, "The direction of the depths (the normal)");
+    AddDepthOptions(app, texts);
+}
+
+void AddWindowOptions(CLI::App& app, Texts& texts) {
+    app.add_option("--box", texts.box, "The window as a box: x1,y1,z1,x2,y2,z2");
+    app.add_option("--plane", texts.planes,
+                   "Or a plane a,b,c,d of it, with a x + b y + c z + d >= 0 inside; up to six")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    app.add_option("--planes", texts.planes_file, "Or a file with a plane a line");
+}
+
+void AddEyeOption(CLI::App& app, Texts& texts) {
+    app.add_option("--eye", texts.eye, "The eye point, before the back or behind the front plane");
+}
+
+void AddFrustumOptions(CLI::App& app, Texts& texts) {
+    AddPolygonOptions(app, texts);
+    AddEyeOption(app, texts);
+}
+
+void AddConeOptions(CLI::App& app, Texts& texts) {
+    app.add_option("--point", texts.point, "The centre of the circle");
+    app.add_option("--direction", texts.direction, "The direction of the axis");
+    app.add_option("-r,--radius", texts.radius, "The radius of the circle (0)");
+    AddDepthOptions(app, texts);
+    AddEyeOption(app, texts);
+}
+
+struct Command {
+    const char* name;
+    const char* description;
+    void (*add_options)(CLI::App&, Texts&);
+    Request (*parse)(const Texts&);
+};
+
+constexpr std::array<Command, 6> kCommandTable = {{
+    {"bore", "Which objects of a model may this pipe touch?", AddBoreOptions, ParseBore},
+    {"fence", "Which objects may the space between two depths of a convex polygon touch?",
+     AddPolygonOptions, ParseFence},
+    {"window", "Which objects lie inside of some planes, and which cross them?", AddWindowOptions,
+     ParseWindow},
+    {"cone", "Which objects' boxes meet the range of a circle seen from an eye?", AddConeOptions,
+     ParseCone},
+    {"frustum", "Which objects' boxes meet the range of a polygon seen from an eye?",
+     AddFrustumOptions, ParseFrustum},
+    {"prism", "Which objects' boxes meet the range of an extruded polygon?", AddPolygonOptions,
+     ParsePrism},
+}};
+
+const Command* FindCommand(const std::string& name) {
+    for (const Command& command : kCommandTable) {
+        if (name == command.name) {
+            return &command;
+        }
+    }
+    return nullptr;
 }
 
 std::string FirstLine(const std::string& text) {
@@ -158,38 +399,32 @@ std::string FirstLine(const std::string& text) {
 }  // namespace
 
 std::optional<Arguments> ParseArguments(int argc, char** argv) {
-    CLI::App app{
-        "Which objects of a model may this pipe touch?\n\n"
-        "Exit status: 0 something may be touched, 1 nothing, 2 an error.",
-        "kvprobe"};
+    const Command* const named = argc > 1 ? FindCommand(argv[1]) : nullptr;
+    const Command& command = named != nullptr ? *named : kCommandTable.front();
+    const int skipped = named != nullptr ? 1 : 0;
+
+    CLI::App app{command.description,
+                 named != nullptr ? std::string("kvprobe ") + named->name : "kvprobe"};
+    app.footer(kCommands);
+    app.set_version_flag("--version", "kvprobe " KVPROBE_VERSION);
     Arguments arguments;
     Texts texts;
-    app.set_version_flag("--version", "kvprobe " KVPROBE_VERSION);
     app.add_option("MODEL", arguments.model, "The model, in any format that Assimp reads")
         ->required();
-    app.add_option("--from", texts.from, "Where the route begins: x,y,z in the model's units");
-    app.add_option("--via", texts.via, "A bend of the route; may be given again")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app.add_option("--to", texts.to, "Where the route ends");
-    app.add_option("--through", texts.through, "A point of a line without ends");
-    app.add_option("--along", texts.along, "The direction of that line");
-    app.add_option("-r,--radius", texts.radius, "The radius of the pipe (0)");
-    app.add_flag("--list", arguments.list, "List the objects and their boxes");
+    command.add_options(app, texts);
     app.add_flag("--json", arguments.json, "Print JSON instead of a table");
-    app.add_option("--svg", arguments.svg, "Draw the model, the probe and what it may touch");
+    app.add_option("--svg", arguments.svg, "Draw the model, the probe and what was found");
     app.add_option("--up", texts.up, "Which axis points up in the drawing, y or z (y)");
     try {
-        app.parse(argc, argv);
+        app.parse(argc - skipped, argv + skipped);
     } catch (const CLI::Success& success) {
         app.exit(success);
         return std::nullopt;
     } catch (const CLI::ParseError& error) {
-        throw Failure("arguments", FirstLine(error.what()));
+        throw Failure("arguments", Printable(FirstLine(error.what())));
     }
     arguments.up = ParseUpAxis(texts.up);
-    arguments.radius = ParseRadius(texts.radius);
-    ParseProbe(texts, arguments);
+    arguments.request = command.parse(texts);
     return arguments;
 }
 

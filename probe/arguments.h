@@ -1,33 +1,74 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <kvgeom/boxes/clip_volume.h>
 #include <kvgeom/points/position.h>
 #include <kvgeom/points/unit_vector.h>
 
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace kvprobe {
 
 enum class UpAxis { kY, kZ };
 
-/// A line without ends, instead of a route.
-struct Line {
+/// Lists the objects of the model.
+struct ListRequest {};
+
+/// A pipe along a route of two or more points, neighbours apart.
+struct RouteRequest {
+    std::vector<GPosition> route;
+    double radius;  ///< not negative
+};
+
+/// A pipe without ends.
+struct LineRequest {
     GPosition through;
     GUnitVector along;
+    double radius;  ///< not negative
 };
+
+/// A closed polygon, convex for a fence, between two depths along the direction, back <= front,
+/// measured from the polygon's plane.
+struct PolygonRequest {
+    std::vector<GPosition> polygon;  ///< the first point repeated at the end
+    GUnitVector direction;
+    double front;
+    double back;
+};
+
+struct FenceRequest : PolygonRequest {};
+struct PrismRequest : PolygonRequest {};
+
+struct FrustumRequest : PolygonRequest {
+    GPosition eye;  ///< not between the front and the back plane
+};
+
+struct WindowRequest {
+    GClipVolume volume;
+};
+
+struct ConeRequest {
+    GPosition point;
+    GUnitVector direction;
+    double front;
+    double back;
+    double radius;  ///< not negative
+    GPosition eye;  ///< not between the front and the back plane
+};
+
+using Request = std::variant<ListRequest, RouteRequest, LineRequest, FenceRequest, WindowRequest,
+                             ConeRequest, FrustumRequest, PrismRequest>;
 
 /// The command line, checked.
 struct Arguments {
     std::string model;
-    bool list = false;
     bool json = false;
-    std::string svg;               ///< empty: no drawing
-    UpAxis up = UpAxis::kY;        ///< of the drawing
-    double radius = 0.0;           ///< finite, not negative
-    std::vector<GPosition> route;  ///< empty, or two or more points, neighbours apart
-    std::optional<Line> line;
+    std::string svg;         ///< empty: no drawing
+    UpAxis up = UpAxis::kY;  ///< of the drawing
+    Request request;
 };
 
 /// Reads the command line. Throws Failure for what is malformed. Returns nothing when the program

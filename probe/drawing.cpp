@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "probe/drawing.h"
 
+#include "probe/page.h"
+#include "probe/report.h"
 #include "probe/text.h"
+#include "probe/window_shape.h"
 
 #include <kvgeom/kvgeom.h>
 
@@ -16,21 +19,15 @@ namespace kvprobe {
 namespace {
 
 // Pixels.
-constexpr double kSceneWidth = 1120;
-constexpr double kSceneHeight = 820;
-constexpr double kMargin = 40;
-constexpr double kTitleHeight = 70;
 constexpr double kLegendWidth = 480;
 constexpr double kLegendRow = 44;
+// Of more objects than this the legend gives the names only, in closer rows.
+constexpr size_t kMostRowsWithDetails = 18;
+constexpr double kCloseLegendRow = 28;
 constexpr double kThinnestTube = 3;
 constexpr double kBadgeRadius = 12;
 constexpr double kBadgeDistance = 62;
 constexpr double kBadgeSpacing = 27;
-
-// The eye stands to the right of the front and above: both are seen, and no axis is foreshortened
-// to nothing.
-constexpr double kAzimuth = -0.62;
-constexpr double kElevation = 0.46;
 
 // How far a leg is drawn on either side of the model's middle, in diagonals of the model.
 constexpr double kLegReach = 0.62;
@@ -40,20 +37,14 @@ constexpr size_t kLegendCharacters = 50;
 // A qualitative palette (Tableau's ten, less the grey and the reds, which the probe has).
 constexpr std::array<const char*, 8> kPalette = {"#4e79a7", "#f28e2b", "#59a14f", "#b07aa1",
                                                  "#edc948", "#76b7b2", "#9c755f", "#ff9da7"};
+constexpr const char* kInsideColour = "#59a14f";
+constexpr const char* kCrossingColour = "#f28e2b";
 
 // The corners of the six sides of a box, by index as in GBox::GiveCorners.
-constexpr int kSides[6][4] = {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 1, 5, 4},
-                              {1, 2, 6, 5}, {2, 3, 7, 6}, {3, 0, 4, 7}};
-constexpr int kEdges[12][2] = {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
-                               {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
-
-std::string Pixels(double value) {
-    return Decimal(value, 2);
-}
-
-std::string Point(const GPosition& p) {
-    return Pixels(p.m_x) + "," + Pixels(p.m_y);
-}
+constexpr size_t kSides[6][4] = {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 1, 5, 4},
+                                 {1, 2, 6, 5}, {2, 3, 7, 6}, {3, 0, 4, 7}};
+constexpr size_t kEdges[12][2] = {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
+                                  {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
 
 // The corners of an object's box on the page.
 struct Cuboid {
@@ -67,159 +58,266 @@ struct Cuboid {
     }
 
     GPosition Centre() const { return Interpolate(0.5, corners[0], corners[6]); }
+
+    std::string EdgePath() const {
+        std::string path;
+        for (const auto& edge : kEdges) {
+            path += "M" + PathPoint(corners[edge[0]]) + "L" + PathPoint(corners[edge[1]]);
+        }
+        return path;
+    }
 };
 
-// Turns the model to the eye: x to the right, y upwards, z towards it.
-GTransf View(UpAxis up) {
-    const GUnitVector x = {1, 0, 0};
-    const GUnitVector y = {0, 1, 0};
-    const GTransf upright = up == UpAxis::kY
-                                ? TranslateTransf({0, 0, 0})
-                                : RotateTransf(0.0, -1.0, x);  // z, which points up, becomes y
-    return upright * RotateTransf(kAzimuth, y) * RotateTransf(kElevation, x);
+std::string RingPath(const Ring& ring, const GTransf& page) {
+    std::string path;
+    for (const GPosition& p : ring) {
+        path += (path.empty() ? "M" : "L") + PathPoint(p * page);
+    }
+    return path + "Z";
 }
 
-// The view, scaled and moved so that the given box around all that is drawn fills the page.
-GTransf FitToPage(const GTransf& view, const GBox& bounds) {
-    const double width = bounds.m_high.m_x - bounds.m_low.m_x;
-    const double height = bounds.m_high.m_y - bounds.m_low.m_y;
-    const double fit = std::min((kSceneWidth - 2 * kMargin) / std::max(width, 1e-6),
-                                (kSceneHeight - 2 * kMargin) / std::max(height, 1e-6));
-    const GPosition centre = Interpolate(0.5, bounds.m_low, bounds.m_high);
-    const GVector to_origin = GPosition{0, 0, 0} - centre;
-    const GVector to_page = {kSceneWidth / 2, kTitleHeight + kSceneHeight / 2, 0};
-    // The y axis of a page points down.
-    return view * TranslateTransf(to_origin) * ScaleTransf(fit) *
-           ReflectTransf(GUnitVector{0, 1, 0}) * TranslateTransf(to_page);
+// How strongly objects are filled: those that reach beyond a window would cover all others.
+double Strength(Relation relation) {
+    switch (relation) {
+        case Relation::kCrosses:
+            return 0.3;
+        case Relation::kRangeMeets:
+            return 0.5;
+        default:
+            return 1;
+    }
 }
 
-struct Drawing {
-    std::ostream& out;
-    const std::vector<GBoreLine>& legs;
-    const std::vector<Object>& objects;
-    const std::vector<Hit>& hits;
-    GBox model_box;                 // around all objects, in the model
-    GTransf page;                   // from the model to the page
-    std::map<size_t, int> numbers;  // of the objects that may be touched, in the order of the hits
+// A found object: its number, and the relation of its first hit.
+struct Found {
+    int number;
+    Relation relation;
 
-    const char* ColourOf(size_t object) const {
-        return kPalette[static_cast<size_t>(numbers.at(object) - 1) % kPalette.size()];
+    // Of a window's objects by what they are, of others by their number.
+    const char* Colour() const {
+        switch (relation) {
+            case Relation::kInside:
+                return kInsideColour;
+            case Relation::kCrosses:
+                return kCrossingColour;
+            default:
+                return kPalette[static_cast<size_t>(number - 1) % kPalette.size()];
+        }
+    }
+};
+
+// The part of a leg that is drawn: what is near enough to the model.
+struct Span {
+    double begin;
+    double end;
+};
+
+class Drawing {
+  public:
+    Drawing(std::ostream& out, UpAxis up, const std::vector<Object>& objects,
+            const Findings& findings)
+        : m_out(out), m_objects(objects), m_findings(findings), m_model_box(BoxAround(objects)) {
+        const GTransf view = View(up);
+        m_page = FitToPage(view, BoundsIn(view));
+        for (const Hit& hit : findings.hits) {
+            const int number = static_cast<int>(m_found.size()) + 1;
+            m_found.try_emplace(hit.object, Found{number, hit.relation});
+        }
     }
 
-    // The part of a leg that is drawn: what is near enough to the model.
-    bool DrawnSpan(const GBoreLine& leg, double& begin, double& end) const {
-        const double middle = leg.Evaluate(Interpolate(0.5, model_box.m_low, model_box.m_high));
-        const double reach = kLegReach * GDistance(model_box.m_low, model_box.m_high);
-        begin = std::max(leg.m_back, middle - reach);
-        end = std::min(leg.m_front, middle + reach);
-        return begin < end;
+    double Width() const { return kSceneWidth + (m_found.empty() ? 0 : kLegendWidth); }
+
+    double Height() const {
+        const double legend =
+            kTitleHeight + 2 * kMargin + LegendRow() * static_cast<double>(m_found.size());
+        return std::max(kTitleHeight + kSceneHeight, legend);
     }
 
+    void Draw() const {
+        DrawWireframes();
+        DrawFound();
+        DrawShape();
+        DrawRange();
+        DrawLegs();
+        DrawBadges();
+        DrawLegend();
+        DrawAxes();
+    }
+
+  private:
+    bool LegendHasDetails() const { return m_found.size() <= kMostRowsWithDetails; }
+    double LegendRow() const { return LegendHasDetails() ? kLegendRow : kCloseLegendRow; }
+
+    std::optional<Span> DrawnSpan(const GBoreLine& leg) const {
+        const double middle = leg.Evaluate(Interpolate(0.5, m_model_box.m_low, m_model_box.m_high));
+        const double reach = kLegReach * GDistance(m_model_box.m_low, m_model_box.m_high);
+        const Span span = {std::max(leg.m_back, middle - reach),
+                           std::min(leg.m_front, middle + reach)};
+        return span.begin < span.end ? std::optional(span) : std::nullopt;
+    }
+
+    // The box around all that is drawn, in the view.
     GBox BoundsIn(const GTransf& view) const {
         std::vector<GPosition> points;
-        for (const Object& object : objects) {
+        for (const Object& object : m_objects) {
             const Cuboid cuboid(object, view);
             points.insert(points.end(), cuboid.corners.begin(), cuboid.corners.end());
         }
-        for (const GBoreLine& leg : legs) {
-            double begin;
-            double end;
-            if (DrawnSpan(leg, begin, end)) {
-                points.push_back(leg.Evaluate(begin) * view);
-                points.push_back(leg.Evaluate(end) * view);
+        const auto add = [&points, &view](const GPosition& p) { points.push_back(p * view); };
+        for (const GBoreLine& leg : m_findings.legs) {
+            if (const std::optional<Span> span = DrawnSpan(leg)) {
+                add(leg.Evaluate(span->begin));
+                add(leg.Evaluate(span->end));
             }
+        }
+        for (const Ring& ring : m_findings.shape.rings) {
+            std::for_each(ring.begin(), ring.end(), add);
+        }
+        for (const Segment& edge : m_findings.shape.edges) {
+            std::for_each(edge.begin(), edge.end(), add);
         }
         return BuildBox(points.size(), points.data());
     }
 
     void DrawWireframes() const {
-        out << "<g fill=\"none\" stroke=\"#8494a6\" stroke-width=\"0.6\" stroke-opacity=\"0.6\">\n";
-        for (size_t i = 0; i < objects.size(); ++i) {
-            if (numbers.count(i) != 0) {
-                continue;
+        m_out << "<g fill=\"none\" stroke=\"#8494a6\" stroke-width=\"0.6\" "
+                 "stroke-opacity=\"0.6\">\n";
+        for (size_t i = 0; i < m_objects.size(); ++i) {
+            if (m_found.count(i) == 0) {
+                m_out << "<path d=\"" << Cuboid(m_objects[i], m_page).EdgePath() << "\"><title>"
+                      << XmlEscaped(m_objects[i].name) << "</title></path>\n";
             }
-            const Cuboid cuboid(objects[i], page);
-            out << "<path d=\"";
-            for (const auto& edge : kEdges) {
-                out << "M" << Point(cuboid.corners[static_cast<size_t>(edge[0])]) << "L"
-                    << Point(cuboid.corners[static_cast<size_t>(edge[1])]);
-            }
-            out << "\"><title>" << XmlEscaped(objects[i].name) << "</title></path>\n";
         }
-        out << "</g>\n";
+        m_out << "</g>\n";
     }
 
-    // Far objects first. Sides that face the eye are filled, the more the light falls on them the
+    // Far objects first. Sides that face the eye are filled, the more light falls on them the
     // lighter; the edges behind shine through.
-    void DrawTouched() const {
+    void DrawFound() const {
         std::vector<std::pair<double, size_t>> by_depth;
-        for (const auto& [object, number] : numbers) {
-            by_depth.emplace_back(Cuboid(objects[object], page).Centre().m_z, object);
+        for (const auto& [object, found] : m_found) {
+            by_depth.emplace_back(Cuboid(m_objects[object], m_page).Centre().m_z, object);
         }
         std::sort(by_depth.begin(), by_depth.end());
         for (const auto& [depth, object] : by_depth) {
-            const Cuboid cuboid(objects[object], page);
-            const GPosition centre = cuboid.Centre();
-            const std::string colour = ColourOf(object);
-            out << "<g stroke=\"" << colour << "\" stroke-linejoin=\"round\"><title>"
-                << XmlEscaped(objects[object].name) << "</title>\n";
+            const Found& found = m_found.at(object);
+            m_out << "<g stroke=\"" << found.Colour() << "\" stroke-linejoin=\"round\"><title>"
+                  << XmlEscaped(m_objects[object].name) << "</title>\n";
+            const Cuboid cuboid(m_objects[object], m_page);
             for (const auto& side : kSides) {
-                std::array<GPosition, 4> quad;
-                for (size_t k = 0; k < quad.size(); ++k) {
-                    quad[k] = cuboid.corners[static_cast<size_t>(side[k])];
-                }
-                const GVector outward = Interpolate(0.5, quad[0], quad[2]) - centre;
-                const bool faces_eye = outward.m_z > 0;
-                // Light from above and the left of the eye; up is -y on the page.
-                const GVector light = {-0.35, -0.8, 0.5};
-                const double lit =
-                    std::clamp(0.5 + 0.5 * std::cos(GiveAngle(outward, light)), 0.0, 1.0);
-                out << "<path d=\"M" << Point(quad[0]) << "L" << Point(quad[1]) << "L"
-                    << Point(quad[2]) << "L" << Point(quad[3]) << "Z\" ";
-                if (faces_eye) {
-                    out << "fill=\"" << colour << "\" fill-opacity=\""
-                        << Decimal(0.62 - 0.4 * lit, 2) << "\" stroke-width=\"1.1\"/>\n";
-                } else {
-                    out << "fill=\"none\" stroke-width=\"0.6\" stroke-opacity=\"0.5\"/>\n";
-                }
+                DrawSide(cuboid, side, found);
             }
-            out << "</g>\n";
+            m_out << "</g>\n";
+        }
+    }
+
+    void DrawSide(const Cuboid& cuboid, const size_t (&side)[4], const Found& found) const {
+        const GPosition quad[4] = {cuboid.corners[side[0]], cuboid.corners[side[1]],
+                                   cuboid.corners[side[2]], cuboid.corners[side[3]]};
+        const GVector outward = Interpolate(0.5, quad[0], quad[2]) - cuboid.Centre();
+        // From above and the left of the eye; up is -y on the page.
+        const GVector light = {-0.35, -0.8, 0.5};
+        const double lit = std::clamp(0.5 + 0.5 * std::cos(GiveAngle(outward, light)), 0.0, 1.0);
+        m_out << "<path d=\"M" << PathPoint(quad[0]) << "L" << PathPoint(quad[1]) << "L"
+              << PathPoint(quad[2]) << "L" << PathPoint(quad[3]) << "Z\" ";
+        if (outward.m_z > 0) {
+            m_out << "fill=\"" << found.Colour() << "\" fill-opacity=\""
+                  << Decimal((0.62 - 0.4 * lit) * Strength(found.relation), 2)
+                  << "\" stroke-width=\"1.1\"/>\n";
+        } else {
+            m_out << "fill=\"none\" stroke-width=\"0.6\" stroke-opacity=\"0.5\"/>\n";
+        }
+    }
+
+    // A probe that is no pipe: its rings tinted, its edges strong.
+    void DrawShape() const {
+        m_out << "<g stroke=\"#b3263a\" stroke-width=\"1.8\" stroke-linejoin=\"round\" "
+                 "stroke-linecap=\"round\" fill=\"#d8404f\" fill-opacity=\"0.1\">\n";
+        for (const Ring& ring : m_findings.shape.rings) {
+            m_out << "<path d=\"" << RingPath(ring, m_page) << "\"/>\n";
+        }
+        for (const Segment& edge : m_findings.shape.edges) {
+            m_out << "<path d=\"M" << PathPoint(edge[0] * m_page) << "L"
+                  << PathPoint(edge[1] * m_page) << "\"/>\n";
+        }
+        m_out << "</g>\n";
+    }
+
+    void DrawRange() const {
+        if (m_findings.range && !m_findings.range->IsNull()) {
+            const Object range = {
+                "", *m_findings.range, {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}}};
+            m_out << "<path fill=\"none\" stroke=\"#b3263a\" stroke-width=\"1\" "
+                     "stroke-dasharray=\"5 4\" d=\""
+                  << Cuboid(range, m_page).EdgePath() << "\"/>\n";
         }
     }
 
     // A stroke in three shades, from the rim to the highlight.
-    void DrawTube(const GPosition& from, const GPosition& to, double width,
+    void DrawTube(const GBoreLine& leg, const Span& span,
                   const std::array<const char*, 3>& shades) const {
         constexpr std::array<double, 3> kParts = {1.0, 0.62, 0.2};
+        const double width = std::max(2 * leg.m_radius * m_page.m_scaling, kThinnestTube);
         for (size_t i = 0; i < shades.size(); ++i) {
-            out << "<path d=\"M" << Point(from) << "L" << Point(to) << "\" stroke=\"" << shades[i]
-                << "\" stroke-width=\"" << Pixels(width * kParts[i]) << "\"/>\n";
+            m_out << "<path d=\"M" << PathPoint(leg.Evaluate(span.begin) * m_page) << "L"
+                  << PathPoint(leg.Evaluate(span.end) * m_page) << "\" stroke=\"" << shades[i]
+                  << "\" stroke-width=\"" << Pixels(width * kParts[i]) << "\"/>\n";
         }
     }
 
-    // Blue where it runs free, red within the boxes that it may touch.
-    void DrawProbe() const {
-        out << "<g fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
-        for (size_t i = 0; i < legs.size(); ++i) {
-            const GBoreLine& leg = legs[i];
-            double begin;
-            double end;
-            if (!DrawnSpan(leg, begin, end)) {
+    // Blue where the pipe runs free, red within the boxes that it may touch.
+    void DrawLegs() const {
+        m_out << "<g fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
+        for (size_t i = 0; i < m_findings.legs.size(); ++i) {
+            const GBoreLine& leg = m_findings.legs[i];
+            const std::optional<Span> span = DrawnSpan(leg);
+            if (!span) {
                 continue;
             }
-            const double width = std::max(2 * leg.m_radius * page.m_scaling, kThinnestTube);
-            DrawTube(leg.Evaluate(begin) * page, leg.Evaluate(end) * page, width,
-                     {"#17324d", "#3f74a8", "#b9d4ec"});
-            for (const Hit& hit : hits) {
-                const double enters = std::max(hit.enters, begin);
-                const double leaves = std::min(hit.leaves, end);
-                if (hit.leg == i && enters <= leaves) {
-                    DrawTube(leg.Evaluate(enters) * page, leg.Evaluate(leaves) * page, width,
-                             {"#7a1420", "#d8404f", "#ffd0d0"});
+            DrawTube(leg, *span, {"#17324d", "#3f74a8", "#b9d4ec"});
+            for (const Hit& hit : m_findings.hits) {
+                const Span within = {std::max(hit.enters, span->begin),
+                                     std::min(hit.leaves, span->end)};
+                if (hit.leg == i && within.begin <= within.end) {
+                    DrawTube(leg, within, {"#7a1420", "#d8404f", "#ffd0d0"});
                 }
             }
         }
-        out << "</g>\n";
+        m_out << "</g>\n";
+    }
+
+    // The numbers of the objects: beside a pipe where it meets them, else on the objects.
+    void DrawBadges() const {
+        std::vector<GPosition> taken;
+        if (m_findings.legs.empty()) {
+            for (const auto& [object, found] : m_found) {
+                taken.push_back(FreePlace(Cuboid(m_objects[object], m_page).Centre(), taken));
+                DrawNumber(found, taken.back());
+            }
+        }
+        for (size_t i = 0; i < m_findings.legs.size(); ++i) {
+            if (const std::optional<Span> span = DrawnSpan(m_findings.legs[i])) {
+                DrawBadges(i, *span);
+            }
+        }
+    }
+
+    // The place nearest to the wanted one, on a spiral around it, where no other number stands.
+    static GPosition FreePlace(const GPosition& wanted, const std::vector<GPosition>& taken) {
+        constexpr int kMostTries = 200;
+        const GPosition flat = {wanted.m_x, wanted.m_y, 0};
+        GPosition place = flat;
+        for (int i = 1; i < kMostTries; ++i) {
+            const bool is_free = std::none_of(taken.begin(), taken.end(), [&](const GPosition& p) {
+                return GDistance(p, place) < 2 * kBadgeRadius;
+            });
+            if (is_free) {
+                break;
+            }
+            const double angle = 0.7 * i;
+            place = flat + 1.6 * angle * GVector{std::cos(angle), std::sin(angle), 0};
+        }
+        return place;
     }
 
     struct Badge {
@@ -228,165 +326,134 @@ struct Drawing {
         size_t object;
     };
 
-    // Numbers beside the probe, joined to the places they mean, pushed apart where they are many.
-    void DrawBadges() const {
-        for (size_t i = 0; i < legs.size(); ++i) {
-            double begin;
-            double end;
-            if (!DrawnSpan(legs[i], begin, end)) {
-                continue;
-            }
-            const GPosition from = legs[i].Evaluate(begin) * page;
-            GVector run = legs[i].Evaluate(end) * page - from;
-            run.m_z = 0;
-            if (run.GetLength() < 1) {
-                run = {1, 0, 0};  // seen end on
-            }
-            run = run / run.GetLength();
-            GVector aside = {run.m_y, -run.m_x, 0};
-            if (aside.m_y > 0) {
-                aside = -aside;
-            }
-            std::vector<Badge> badges;
-            for (const Hit& hit : hits) {
-                if (hit.leg != i) {
-                    continue;
-                }
-                const double middle = std::clamp(
-                    (std::max(hit.enters, begin) + std::min(hit.leaves, end)) / 2, begin, end);
-                const GPosition anchor = legs[i].Evaluate(middle) * page;
+    // In a row beside the leg, joined to the places they mean, pushed apart where they are many.
+    void DrawBadges(size_t leg_index, const Span& span) const {
+        const GBoreLine& leg = m_findings.legs[leg_index];
+        const GPosition from = leg.Evaluate(span.begin) * m_page;
+        GVector run = leg.Evaluate(span.end) * m_page - from;
+        run.m_z = 0;
+        run = run.GetLength() < 1 ? GVector{1, 0, 0} : run / run.GetLength();  // seen end on: aside
+        const GVector above = {run.m_y, -run.m_x, 0};
+        const GVector aside = above.m_y > 0 ? -above : above;
+
+        std::vector<Badge> badges;
+        for (const Hit& hit : m_findings.hits) {
+            if (hit.leg == leg_index) {
+                const double middle =
+                    (std::max(hit.enters, span.begin) + std::min(hit.leaves, span.end)) / 2;
+                const GPosition anchor =
+                    leg.Evaluate(std::clamp(middle, span.begin, span.end)) * m_page;
                 badges.push_back({(anchor - from) % run, anchor, hit.object});
             }
-            std::stable_sort(badges.begin(), badges.end(),
-                             [](const Badge& a, const Badge& b) { return a.along < b.along; });
-            double last = -kBadgeSpacing;
-            for (const Badge& badge : badges) {
-                last = std::max(badge.along, last + kBadgeSpacing);
-                DrawBadge(badge,
-                          badge.anchor + (last - badge.along) * run + kBadgeDistance * aside);
-            }
+        }
+        std::stable_sort(badges.begin(), badges.end(),
+                         [](const Badge& a, const Badge& b) { return a.along < b.along; });
+        double last = -kBadgeSpacing;
+        for (const Badge& badge : badges) {
+            last = std::max(badge.along, last + kBadgeSpacing);
+            const GPosition centre =
+                badge.anchor + (last - badge.along) * run + kBadgeDistance * aside;
+            m_out << "<path d=\"M" << PathPoint(badge.anchor) << "L" << PathPoint(centre)
+                  << "\" stroke=\"#333\" stroke-width=\"0.9\"/>\n<circle cx=\""
+                  << Pixels(badge.anchor.m_x) << "\" cy=\"" << Pixels(badge.anchor.m_y)
+                  << "\" r=\"2.2\" fill=\"#333\"/>\n";
+            DrawNumber(m_found.at(badge.object), centre);
         }
     }
 
-    void DrawBadge(const Badge& badge, const GPosition& centre) const {
-        out << "<path d=\"M" << Point(badge.anchor) << "L" << Point(centre)
-            << "\" stroke=\"#333\" stroke-width=\"0.9\"/>\n"
-            << "<circle cx=\"" << Pixels(badge.anchor.m_x) << "\" cy=\"" << Pixels(badge.anchor.m_y)
-            << "\" r=\"2.2\" fill=\"#333\"/>\n";
-        DrawNumber(badge.object, centre);
+    void DrawNumber(const Found& found, const GPosition& centre) const {
+        m_out << "<circle cx=\"" << Pixels(centre.m_x) << "\" cy=\"" << Pixels(centre.m_y)
+              << "\" r=\"" << Pixels(kBadgeRadius) << "\" fill=\"" << found.Colour()
+              << "\" stroke=\"#fff\" stroke-width=\"1.5\"/>\n";
+        DrawText(found.number < 100 ? 12 : 10, "#fff", {centre.m_x, centre.m_y + 4.5, 0},
+                 std::to_string(found.number), "text-anchor=\"middle\" font-weight=\"bold\" ");
     }
 
-    void DrawNumber(size_t object, const GPosition& centre) const {
-        out << "<circle cx=\"" << Pixels(centre.m_x) << "\" cy=\"" << Pixels(centre.m_y)
-            << "\" r=\"" << Pixels(kBadgeRadius) << "\" fill=\"" << ColourOf(object)
-            << "\" stroke=\"#fff\" stroke-width=\"1.5\"/>\n<text x=\"" << Pixels(centre.m_x)
-            << "\" y=\"" << Pixels(centre.m_y + 4.5)
-            << "\" text-anchor=\"middle\" font-size=\"12\" font-weight=\"bold\" fill=\"#fff\">"
-            << numbers.at(object) << "</text>\n";
+    void DrawText(int size, const char* colour, const GPosition& at, const std::string& text,
+                  const char* style = "") const {
+        m_out << "<text x=\"" << Pixels(at.m_x) << "\" y=\"" << Pixels(at.m_y) << "\" " << style
+              << "font-size=\"" << size << "\" fill=\"" << colour << "\">" << XmlEscaped(text)
+              << "</text>\n";
     }
 
     void DrawLegend() const {
-        const double left = kSceneWidth;
-        double y = kTitleHeight + kMargin;
-        for (const auto& [object, number] : ByNumber()) {
-            DrawNumber(object, {left + kBadgeRadius, y, 0});
-            out << "<text x=\"" << Pixels(left + 34) << "\" y=\"" << Pixels(y - 2)
-                << "\" font-size=\"13\" fill=\"#222\">"
-                << XmlEscaped(Shortened(objects[object].name, kLegendCharacters)) << "</text>\n";
-            out << "<text x=\"" << Pixels(left + 34) << "\" y=\"" << Pixels(y + 14)
-                << "\" font-size=\"12\" fill=\"#667\">" << Spans(object) << "</text>\n";
-            y += kLegendRow;
+        constexpr double kTextLeft = kSceneWidth + 34;
+        for (const auto& [object, found] : m_found) {
+            const double y = kTitleHeight + kMargin + LegendRow() * (found.number - 1);
+            DrawNumber(found, {kSceneWidth + kBadgeRadius, y, 0});
+            DrawText(13, "#222", {kTextLeft, LegendHasDetails() ? y - 2 : y + 5, 0},
+                     Shortened(m_objects[object].name, kLegendCharacters));
+            if (LegendHasDetails()) {
+                DrawText(12, "#667", {kTextLeft, y + 14, 0},
+                         m_findings.legs.empty() ? InWords(found.relation) : Spans(object));
+            }
         }
     }
 
     // Where an object is entered and left, leg by leg.
     std::string Spans(size_t object) const {
         std::string text;
-        for (const Hit& hit : hits) {
+        for (const Hit& hit : m_findings.hits) {
             if (hit.object == object) {
                 text += text.empty() ? "" : "; ";
-                text += legs.size() > 1 ? "leg " + std::to_string(hit.leg + 1) + ": " : "";
+                if (m_findings.legs.size() > 1) {
+                    text += "leg " + std::to_string(hit.leg + 1) + ": ";
+                }
                 text += Decimal(hit.enters, 2) + " to " + Decimal(hit.leaves, 2);
             }
         }
         return text;
     }
 
-    std::vector<std::pair<size_t, int>> ByNumber() const {
-        std::vector<std::pair<size_t, int>> result(numbers.begin(), numbers.end());
-        std::sort(result.begin(), result.end(),
-                  [](const auto& a, const auto& b) { return a.second < b.second; });
-        return result;
-    }
-
     // The directions of the model's axes, at the lower left.
     void DrawAxes() const {
         constexpr double kLength = 44;
         const GPosition origin = {70, kTitleHeight + kSceneHeight - 50, 0};
-        const std::array<GVector, 3> axes = {GVector{1, 0, 0}, GVector{0, 1, 0}, GVector{0, 0, 1}};
-        const std::array<const char*, 3> names = {"x", "y", "z"};
-        for (size_t i = 0; i < axes.size(); ++i) {
-            const GVector axis = axes[i] * page * (kLength / page.m_scaling);
-            const GPosition name = origin + 1.25 * axis;
-            out << "<path d=\"M" << Point(origin) << "L" << Point(origin + axis)
-                << "\" stroke=\"#555\" stroke-width=\"1.4\"/>\n<text x=\"" << Pixels(name.m_x)
-                << "\" y=\"" << Pixels(name.m_y + 4)
-                << "\" text-anchor=\"middle\" font-size=\"13\" fill=\"#555\">" << names[i]
-                << "</text>\n";
+        const std::array<std::pair<const char*, GVector>, 3> axes = {
+            {{"x", {1, 0, 0}}, {"y", {0, 1, 0}}, {"z", {0, 0, 1}}}};
+        for (const auto& [name, direction] : axes) {
+            const GVector axis = direction * m_page * (kLength / m_page.m_scaling);
+            m_out << "<path d=\"M" << PathPoint(origin) << "L" << PathPoint(origin + axis)
+                  << "\" stroke=\"#555\" stroke-width=\"1.4\"/>\n";
+            DrawText(13, "#555", origin + 1.25 * axis + GVector{0, 4, 0}, name,
+                     "text-anchor=\"middle\" ");
         }
     }
 
-    double Height() const {
-        const double legend =
-            kTitleHeight + 2 * kMargin + kLegendRow * static_cast<double>(numbers.size());
-        return std::max(kTitleHeight + kSceneHeight, legend);
-    }
+    std::ostream& m_out;
+    const std::vector<Object>& m_objects;
+    const Findings& m_findings;
+    GBox m_model_box;  // around all objects, in the model
+    GTransf m_page;    // from the model to the page
+    std::map<size_t, Found> m_found;
 };
 
-GBox UnionOfModelBoxes(const std::vector<Object>& objects) {
-    GBox result = ModelBox(objects.front());
-    for (const Object& object : objects) {
-        result |= ModelBox(object);
-    }
-    return result;
-}
-
 std::string Title(const Arguments& arguments, const std::vector<Object>& objects,
-                  const std::vector<Hit>& hits) {
+                  const Findings& findings) {
     const std::string model = Printable(std::filesystem::path(arguments.model).filename().string());
-    if (arguments.list) {
+    if (std::holds_alternative<ListRequest>(arguments.request)) {
         return model + ": " + std::to_string(objects.size()) + " objects";
     }
-    return model + ": " + std::to_string(CountTouched(hits)) + " of " +
-           std::to_string(objects.size()) + " objects may be touched by a pipe of radius " +
-           Decimal(arguments.radius, 3);
+    const std::string by_pipe =
+        findings.legs.empty() ? ""
+                              : " by a pipe of radius " + Decimal(findings.legs[0].m_radius, 3);
+    return model + ": " + Summary(objects, findings) + by_pipe;
 }
 
 }  // namespace
 
-void Draw(std::ostream& out, const Arguments& arguments, const std::vector<GBoreLine>& legs,
-          const std::vector<Object>& objects, const std::vector<Hit>& hits) {
-    const GTransf view = View(arguments.up);
-    Drawing drawing = {out, legs, objects, hits, UnionOfModelBoxes(objects), view, {}};
-    drawing.page = FitToPage(view, drawing.BoundsIn(view));
-    for (const Hit& hit : hits) {
-        drawing.numbers.try_emplace(hit.object, static_cast<int>(drawing.numbers.size()) + 1);
-    }
-
-    const double width = kSceneWidth + (hits.empty() ? 0 : kLegendWidth);
-    const std::string size =
-        "width=\"" + Pixels(width) + "\" height=\"" + Pixels(drawing.Height()) + "\"";
-    out << "<svg xmlns=\"http://www.w3.org/2000/svg\" " << size << " viewBox=\"0 0 "
-        << Pixels(width) << " " << Pixels(drawing.Height())
-        << "\" font-family=\"DejaVu Sans, Helvetica, Arial, sans-serif\">\n<rect " << size
-        << " fill=\"#fcfcfa\"/>\n<text x=\"" << Pixels(kMargin) << "\" y=\"48\" font-size=\"21\" "
-        << "fill=\"#222\">" << XmlEscaped(Title(arguments, objects, hits)) << "</text>\n";
-    drawing.DrawWireframes();
-    drawing.DrawTouched();
-    drawing.DrawProbe();
-    drawing.DrawBadges();
-    drawing.DrawLegend();
-    drawing.DrawAxes();
+void Draw(std::ostream& out, const Arguments& arguments, const std::vector<Object>& objects,
+          const Findings& findings) {
+    const Drawing drawing(out, arguments.up, objects, findings);
+    const std::string width = Pixels(drawing.Width());
+    const std::string height = Pixels(drawing.Height());
+    const std::string size = "width=\"" + width + "\" height=\"" + height + "\"";
+    out << "<svg xmlns=\"http://www.w3.org/2000/svg\" " << size << " viewBox=\"0 0 " << width << " "
+        << height << "\" font-family=\"DejaVu Sans, Helvetica, Arial, sans-serif\">\n<rect " << size
+        << " fill=\"#fcfcfa\"/>\n<text x=\"" << Pixels(kMargin)
+        << "\" y=\"48\" font-size=\"21\" fill=\"#222\">"
+        << XmlEscaped(Title(arguments, objects, findings)) << "</text>\n";
+    drawing.Draw();
     out << "</svg>\n";
 }
 

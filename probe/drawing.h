@@ -11,9 +11,9 @@
 namespace kvprobe {
 
 /// Draws the model in an axonometric view as SVG: the boxes of all objects as thin wireframes,
-/// those that may be touched filled and numbered, the probe as a tube, and beside it what the
-/// numbers name.
-void Draw(std::ostream& out, const Arguments& arguments, const std::vector<GBoreLine>& legs,
-          const std::vector<Object>& objects, const std::vector<Hit>& hits);
+/// those that were found filled and numbered, the probe as a tube or by its edges, and beside it
+/// what the numbers name.
+void Draw(std::ostream& out, const Arguments& arguments, const std::vector<Object>& objects,
+          const Findings& findings);
 
 }  // namespace kvprobe

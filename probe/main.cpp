@@ -16,21 +16,21 @@ namespace {
 using namespace kvprobe;
 
 // As grep has it.
-constexpr int kSomethingTouched = 0;
-constexpr int kNothingTouched = 1;
+constexpr int kSomethingFound = 0;
+constexpr int kNothingFound = 1;
 constexpr int kError = 2;
 
 double Seconds(std::chrono::steady_clock::duration duration) {
     return std::chrono::duration<double>(duration).count();
 }
 
-void WriteDrawing(const Arguments& arguments, const std::vector<GBoreLine>& legs,
-                  const std::vector<Object>& objects, const std::vector<Hit>& hits) {
+void WriteDrawing(const Arguments& arguments, const std::vector<Object>& objects,
+                  const Findings& findings) {
     if (arguments.svg.empty()) {
         return;
     }
     std::ofstream file(arguments.svg);
-    Draw(file, arguments, legs, objects, hits);
+    Draw(file, arguments, objects, findings);
     file.close();
     if (!file) {
         throw Failure("--svg", "'" + arguments.svg + "' can't be written");
@@ -40,28 +40,26 @@ void WriteDrawing(const Arguments& arguments, const std::vector<GBoreLine>& legs
 int Run(int argc, char** argv) {
     const std::optional<Arguments> arguments = ParseArguments(argc, argv);
     if (!arguments) {
-        return kSomethingTouched;
+        return kSomethingFound;
     }
     const auto begin = std::chrono::steady_clock::now();
     const std::vector<Object> objects = ReadModel(arguments->model);
     const auto read = std::chrono::steady_clock::now();
-    std::vector<GBoreLine> legs;
-    std::vector<Hit> hits;
-    if (arguments->list) {
+    const Findings findings = Probe(arguments->request, objects);
+    const auto probed = std::chrono::steady_clock::now();
+    const bool lists = std::holds_alternative<ListRequest>(arguments->request);
+    if (lists) {
         PrintList(std::cout, objects, arguments->json);
     } else {
-        legs = Legs(*arguments);
-        hits = Probe(legs, objects);
-        const auto probed = std::chrono::steady_clock::now();
-        PrintHits(std::cout, *arguments, legs, objects, hits,
-                  {Seconds(read - begin), Seconds(probed - read)});
+        PrintFindings(std::cout, *arguments, objects, findings,
+                      {Seconds(read - begin), Seconds(probed - read)});
     }
-    WriteDrawing(*arguments, legs, objects, hits);
+    WriteDrawing(*arguments, objects, findings);
     std::cout.flush();
     if (!std::cout) {
         throw Failure("standard output", "can't be written");
     }
-    return arguments->list || !hits.empty() ? kSomethingTouched : kNothingTouched;
+    return lists || !findings.hits.empty() ? kSomethingFound : kNothingFound;
 }
 
 }  // namespace

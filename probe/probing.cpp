@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "probe/probing.h"
 
+#include "probe/window_shape.h"
+
 #include <kvgeom/kvgeom.h>
 
 #include <algorithm>
@@ -36,23 +38,31 @@ G4x4 Transposed(const G4x4& a) {
     return result;
 }
 
+// The way from the model into the coordinates of an object, if its placement is a similarity.
+std::optional<GTransf> WayInto(const Object& object) {
+    GTransf placement;
+    if (ConvertG4x4ToGTransf(object.placement, placement) == 0 && placement.IsInvertible()) {
+        return placement.Inverse();
+    }
+    return std::nullopt;
+}
+
 // The leg in the coordinates of the object.
-GBoreLine CarryIntoObject(const GBoreLine& leg, const G4x4& placement) {
-    GTransf similarity;
-    if (ConvertG4x4ToGTransf(placement, similarity) == 0 && similarity.IsInvertible()) {
-        return leg * similarity.Inverse();
+GBoreLine CarryIntoObject(const GBoreLine& leg, const Object& object) {
+    if (const std::optional<GTransf> way = WayInto(object)) {
+        return leg * *way;
     }
     // Of the two products with a G4x4, the one with the bore line first rebuilds it from the images
     // of its ends, which is right for any map; it reads the matrix in the column form. The radius
     // must cover what was the round tube in every direction.
-    const G4x4 inverse = placement.Inverse();
+    const G4x4 inverse = object.placement.Inverse();
     GBoreLine carried = leg * Transposed(inverse);
     carried.m_radius = std::max(carried.m_radius, leg.m_radius * LargestStretch(inverse));
     return carried;
 }
 
-std::optional<Hit> Test(const GBoreLine& leg, const Object& object) {
-    const GBoreLine carried = CarryIntoObject(leg, object.placement);
+std::optional<Hit> TestLeg(const GBoreLine& leg, const Object& object) {
+    const GBoreLine carried = CarryIntoObject(leg, object);
     if (!(carried && object.box)) {
         return std::nullopt;
     }
@@ -63,34 +73,20 @@ std::optional<Hit> Test(const GBoreLine& leg, const Object& object) {
     // that left their range on the way (NaN) count as the ends.
     const double enters = std::min(one_end, other_end);
     const double leaves = std::max(one_end, other_end);
-    return Hit{0, 0, enters > leg.m_back ? std::min(enters, leg.m_front) : leg.m_back,
-               leaves < leg.m_front ? std::max(leaves, leg.m_back) : leg.m_front};
+    Hit hit = {0, Relation::kMayTouch};
+    hit.enters = enters > leg.m_back ? std::min(enters, leg.m_front) : leg.m_back;
+    hit.leaves = leaves < leg.m_front ? std::max(leaves, leg.m_back) : leg.m_front;
+    return hit;
 }
 
-}  // namespace
-
-std::vector<GBoreLine> Legs(const Arguments& arguments) {
-    if (arguments.line) {
-        GBoreLine line = BuildBoreLine(arguments.line->through, arguments.line->along);
-        line.m_radius = arguments.radius;
-        return {line};
-    }
-    std::vector<GBoreLine> legs;
-    for (size_t i = 1; i < arguments.route.size(); ++i) {
-        const GPosition& from = arguments.route[i - 1];
-        const GPosition& to = arguments.route[i];
-        legs.push_back(BuildBoreLine(from, BuildUnitVector(from, to), GDistance(from, to), 0.0,
-                                     arguments.radius));
-    }
-    return legs;
-}
-
-std::vector<Hit> Probe(const std::vector<GBoreLine>& legs, const std::vector<Object>& objects) {
-    std::vector<Hit> hits;
+Findings ProbeLegs(const std::vector<GBoreLine>& legs, const std::vector<Object>& objects) {
+    Findings findings;
+    findings.legs = legs;
+    std::vector<Hit>& hits = findings.hits;
     for (size_t leg = 0; leg < legs.size(); ++leg) {
         const auto first_of_leg = static_cast<std::ptrdiff_t>(hits.size());
         for (size_t object = 0; object < objects.size(); ++object) {
-            if (std::optional<Hit> hit = Test(legs[leg], objects[object])) {
+            if (std::optional<Hit> hit = TestLeg(legs[leg], objects[object])) {
                 hit->leg = leg;
                 hit->object = object;
                 hits.push_back(*hit);
@@ -99,15 +95,202 @@ std::vector<Hit> Probe(const std::vector<GBoreLine>& legs, const std::vector<Obj
         std::stable_sort(hits.begin() + first_of_leg, hits.end(),
                          [](const Hit& a, const Hit& b) { return a.enters < b.enters; });
     }
-    return hits;
+    return findings;
 }
 
-size_t CountTouched(const std::vector<Hit>& hits) {
-    std::set<size_t> touched;
-    for (const Hit& hit : hits) {
-        touched.insert(hit.object);
+// Adds the objects that have a relation to the probe.
+template <class Test>
+void ProbeEach(const std::vector<Object>& objects, Test test, Findings& findings) {
+    for (size_t k = 0; k < objects.size(); ++k) {
+        if (const std::optional<Relation> relation = test(objects[k])) {
+            findings.hits.push_back({k, *relation});
+        }
     }
-    return touched.size();
+}
+
+// Two rings of the same number of points, and edges between them; of many points, a few.
+Shape Sweep(const Ring& front, const Ring& back) {
+    constexpr size_t kMostEdges = 12;
+    const size_t step = (front.size() + kMostEdges - 1) / kMostEdges;
+    Shape shape = {{front, back}, {}};
+    for (size_t i = 0; i + 1 < front.size(); i += step) {
+        shape.edges.push_back({front[i], back[i]});
+    }
+    return shape;
+}
+
+Ring Moved(const Ring& ring, const GVector& v) {
+    Ring result = ring;
+    for (GPosition& p : result) {
+        p += v;
+    }
+    return result;
+}
+
+// Where the rays from the eye through the ring meet the plane at a depth along the direction,
+// measured from the plane of the point.
+Ring SeenAtDepth(const Ring& ring, const GPosition& eye, const GUnitVector& direction,
+                 const GPosition& point, double depth) {
+    const double to_plane = (point - eye) % direction + depth;
+    Ring result;
+    for (const GPosition& p : ring) {
+        const double slope = (p - eye) % direction;
+        result.push_back(slope != 0 ? Interpolate(to_plane / slope, eye, p) : p);
+    }
+    return result;
+}
+
+GPtFence FenceOver(std::vector<GPosition>& points, const PolygonRequest& request) {
+    return {points.size(), points.data(), request.direction, request.front, request.back};
+}
+
+void MeetRange(const GBox& range, const std::vector<Object>& objects, Findings& findings) {
+    findings.range = range;
+    ProbeEach(
+        objects,
+        [&range](const Object& object) -> std::optional<Relation> {
+            GBox box = ModelBox(object);
+            GBox range_copy = range;  // the test leaves it, but asks for one that it could change
+            return box.IsIntersectTol(range_copy, GetDistanceTolerance())
+                       ? std::optional(Relation::kRangeMeets)
+                       : std::nullopt;
+        },
+        findings);
+}
+
+// One overload for each kind of request.
+struct Prober {
+    const std::vector<Object>& objects;
+
+    Findings operator()(const ListRequest& /*request*/) const { return {}; }
+
+    Findings operator()(const RouteRequest& request) const {
+        std::vector<GBoreLine> legs;
+        for (size_t i = 1; i < request.route.size(); ++i) {
+            const GPosition& from = request.route[i - 1];
+            const GPosition& to = request.route[i];
+            legs.push_back(BuildBoreLine(from, BuildUnitVector(from, to), GDistance(from, to), 0.0,
+                                         request.radius));
+        }
+        return ProbeLegs(legs, objects);
+    }
+
+    Findings operator()(const LineRequest& request) const {
+        GBoreLine line = BuildBoreLine(request.through, request.along);
+        line.m_radius = request.radius;
+        return ProbeLegs({line}, objects);
+    }
+
+    Findings operator()(const FenceRequest& request) const {
+        Findings findings;
+        findings.shape = Sweep(Moved(request.polygon, request.front * request.direction),
+                               Moved(request.polygon, request.back * request.direction));
+        ProbeEach(
+            objects,
+            [&request](const Object& object) -> std::optional<Relation> {
+                std::vector<GPosition> points = request.polygon;
+                GPtFence fence = FenceOver(points, request);
+                GBox box = object.box;
+                if (const std::optional<GTransf> way = WayInto(object)) {
+                    fence *= *way;
+                } else {
+                    box = ModelBox(object);
+                }
+                return fence && box ? std::optional(Relation::kMayTouch) : std::nullopt;
+            },
+            findings);
+        return findings;
+    }
+
+    Findings operator()(const WindowRequest& request) const {
+        Findings findings;
+        findings.shape = ShapeOf(request.volume, objects);
+        ProbeEach(
+            objects,
+            [&request](const Object& object) -> std::optional<Relation> {
+                GClipVolume volume = request.volume;
+                GBox box = object.box;
+                if (const std::optional<GTransf> way = WayInto(object)) {
+                    volume *= *way;
+                } else {
+                    box = ModelBox(object);
+                }
+                if (!(volume && box)) {
+                    return std::nullopt;
+                }
+                return volume >> box ? Relation::kInside : Relation::kCrosses;
+            },
+            findings);
+        return findings;
+    }
+
+    Findings operator()(const ConeRequest& request) const {
+        const GBoreLine line = BuildBoreLine(request.point, request.direction, request.front,
+                                             request.back, request.radius);
+        GBoreCone cone;
+        long err = 0;
+        BuildBoreCone(line, request.eye, cone, &err);
+        constexpr int kSides = 48;
+        const GUnitVector across = GetPerpVector(request.direction);
+        Ring circle;
+        for (int i = 0; i <= kSides; ++i) {
+            const GVector spoke = across * RotateTransf(i * kFullTurn / kSides, request.direction);
+            circle.push_back(request.point + request.radius * spoke);
+        }
+        return Seen(circle, request.direction, request.front, request.back, request.eye,
+                    BoreConeRange(cone));
+    }
+
+    Findings operator()(const FrustumRequest& request) const {
+        std::vector<GPosition> points = request.polygon;
+        const GPtFrustum frustum = {FenceOver(points, request), request.eye};
+        return Seen(request.polygon, request.direction, request.front, request.back, request.eye,
+                    PtFrustumRange(frustum));
+    }
+
+    Findings operator()(const PrismRequest& request) const {
+        std::vector<GPosition> points = request.polygon;
+        GRtPrism prism = {{}, points.data(), 0, 0};
+        long err = 0;
+        BuildRtPrism(request.polygon.data(), points.size(), request.direction, request.front,
+                     request.back, prism, &err);
+        Ring base;
+        Ring top;
+        for (const GPosition& p : points) {
+            base.push_back(p * prism.m_transf);
+            top.push_back(GPosition{p.m_x, p.m_y, prism.m_height} * prism.m_transf);
+        }
+        Findings findings;
+        findings.shape = Sweep(top, base);
+        MeetRange(RtPrismRange(prism), objects, findings);
+        return findings;
+    }
+
+  private:
+    static constexpr double kFullTurn = 6.283185307179586;
+
+    Findings Seen(const Ring& ring, const GUnitVector& direction, double front, double back,
+                  const GPosition& eye, const GBox& range) const {
+        Findings findings;
+        findings.shape = Sweep(SeenAtDepth(ring, eye, direction, ring[0], front),
+                               SeenAtDepth(ring, eye, direction, ring[0], back));
+        MeetRange(range, objects, findings);
+        return findings;
+    }
+};
+
+}  // namespace
+
+Findings Probe(const Request& request, const std::vector<Object>& objects) {
+    return std::visit(Prober{objects}, request);
+}
+
+size_t CountFound(const std::vector<Hit>& hits) {
+    std::set<size_t> found;
+    for (const Hit& hit : hits) {
+        found.insert(hit.object);
+    }
+    return found.size();
 }
 
 }  // namespace kvprobe

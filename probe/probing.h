@@ -4,31 +4,50 @@
 #include "probe/arguments.h"
 #include "probe/model.h"
 
+#include <kvgeom/boxes/box.h>
 #include <kvgeom/volumes/bore_line.h>
 
+#include <array>
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace kvprobe {
 
-/// An object that a leg may touch.
+enum class Relation { kMayTouch, kInside, kCrosses, kRangeMeets };
+
+/// An object that was found.
 struct Hit {
-    size_t leg;     ///< index of the leg
-    size_t object;  ///< index of the object
-    double enters;  ///< where the object's box begins along the leg, from the leg's begin
-    double leaves;  ///< and where it ends
+    size_t object;  ///< its index
+    Relation relation;
+    size_t leg = 0;     ///< of a pipe: the index of the leg,
+    double enters = 0;  ///< where the object's box begins along the leg, from the leg's begin,
+    double leaves = 0;  ///< and where it ends
 
     double Length() const { return leaves - enters; }
 };
 
-/// The probe: one bore line for each leg of the route, or the line without ends.
-std::vector<GBoreLine> Legs(const Arguments& arguments);
+using Segment = std::array<GPosition, 2>;
+using Ring = std::vector<GPosition>;
 
-/// Every object that a leg may touch, leg by leg, sorted by where it is entered. The boxes count
-/// enlarged by the radius of the probe; what lies beyond the ends of the leg is cut off.
-std::vector<Hit> Probe(const std::vector<GBoreLine>& legs, const std::vector<Object>& objects);
+/// A probe's shape, for drawing: planar closed rings and the edges between them.
+struct Shape {
+    std::vector<Ring> rings;
+    std::vector<Segment> edges;
+};
+
+struct Findings {
+    std::vector<GBoreLine> legs;  ///< of a pipe
+    Shape shape;                  ///< of any other probe
+    std::optional<GBox> range;    ///< of a cone, frustum or prism
+    std::vector<Hit> hits;        ///< a pipe's leg by leg, sorted by where they are entered
+};
+
+/// Carries out the request. Of a pipe, the boxes count enlarged by its radius, and what lies beyond
+/// the ends of a leg is cut off.
+Findings Probe(const Request& request, const std::vector<Object>& objects);
 
 /// How many different objects the hits are of.
-size_t CountTouched(const std::vector<Hit>& hits);
+size_t CountFound(const std::vector<Hit>& hits);
 
 }  // namespace kvprobe

@@ -17,21 +17,23 @@ using Row = std::vector<std::string>;
 constexpr int kDecimals = 3;
 constexpr int kJsonIndent = 2;
 
-// Writes a table whose columns are as wide as their widest cell: the one at left_column to the
-// left, all others to the right.
-void PrintTable(std::ostream& out, const std::vector<Row>& rows, size_t left_column) {
-    std::vector<size_t> widths(rows.front().size());
+// Writes a table whose columns are as wide as their widest cell, each aligned to the left ('l') or
+// to the right ('r').
+void PrintTable(std::ostream& out, const std::vector<Row>& rows, const std::string& alignment) {
+    std::vector<size_t> widths(alignment.size());
     for (const Row& row : rows) {
         for (size_t i = 0; i < row.size(); ++i) {
             widths[i] = std::max(widths[i], CountCharacters(row[i]));
         }
     }
     for (const Row& row : rows) {
+        std::string line;
         for (size_t i = 0; i < row.size(); ++i) {
             const std::string padding(widths[i] - CountCharacters(row[i]), ' ');
-            out << (i == 0 ? "" : "  ") << (i == left_column ? row[i] + padding : padding + row[i]);
+            line += i == 0 ? "" : "  ";
+            line += alignment[i] == 'l' ? row[i] + padding : padding + row[i];
         }
-        out << '\n';
+        out << line.substr(0, line.find_last_not_of(' ') + 1) << '\n';
     }
 }
 
@@ -61,14 +63,72 @@ void Print(std::ostream& out, const Json& json) {
     out << json.dump(kJsonIndent, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
-Json LegJson(const Arguments& arguments, const GBoreLine& leg) {
-    if (arguments.line) {
+Json LegJson(const GBoreLine& leg) {
+    if (leg.IsInfinite()) {
         return {{"through", Triple(leg.m_point)},
-                {"along", {leg.m_direction.m_x, leg.m_direction.m_y, leg.m_direction.m_z}}};
+                {"along", {leg.m_direction.m_x, leg.m_direction.m_y, leg.m_direction.m_z}},
+                {"radius", leg.m_radius}};
     }
     return {{"from", Triple(leg.Evaluate(leg.m_back))},
             {"to", Triple(leg.Evaluate(leg.m_front))},
-            {"length", leg.m_front}};
+            {"length", leg.m_front},
+            {"radius", leg.m_radius}};
+}
+
+Json FindingsJson(const Arguments& arguments, const std::vector<Object>& objects,
+                  const Findings& findings, const Times& times) {
+    Json json = {{"model", arguments.model}};
+    for (const GBoreLine& leg : findings.legs) {
+        json["legs"].push_back(LegJson(leg));
+    }
+    if (findings.range) {
+        json["range"] = BoxJson(*findings.range);
+    }
+    json["hits"] = Json::array();
+    for (const Hit& hit : findings.hits) {
+        Json hit_json = {{"object", objects[hit.object].name}, {"relation", InWords(hit.relation)}};
+        if (!findings.legs.empty()) {
+            hit_json["leg"] = hit.leg + 1;
+            hit_json["enters"] = hit.enters;
+            hit_json["leaves"] = hit.leaves;
+            hit_json["length"] = hit.Length();
+        }
+        json["hits"].push_back(hit_json);
+    }
+    json["found"] = CountFound(findings.hits);
+    json["objects"] = objects.size();
+    json["readingSeconds"] = times.reading;
+    json["probingSeconds"] = times.probing;
+    return json;
+}
+
+std::string BoxText(const GBox& box) {
+    const auto corner = [](const GPosition& p) {
+        return "(" + Length(p.m_x) + ", " + Length(p.m_y) + ", " + Length(p.m_z) + ")";
+    };
+    return corner(box.m_low) + " - " + corner(box.m_high);
+}
+
+std::vector<Row> PipeRows(const std::vector<Object>& objects, const Findings& findings) {
+    std::vector<Row> rows = {{"leg", "object", "enters", "leaves", "length"}};
+    for (const Hit& hit : findings.hits) {
+        rows.push_back({std::to_string(hit.leg + 1), objects[hit.object].name, Length(hit.enters),
+                        Length(hit.leaves), Length(hit.Length())});
+    }
+    return rows;
+}
+
+std::vector<Row> RelationRows(const std::vector<Object>& objects, const Findings& findings) {
+    std::vector<Row> rows = {{"relation", "object"}};
+    for (const Hit& hit : findings.hits) {
+        rows.push_back({InWords(hit.relation), objects[hit.object].name});
+    }
+    return rows;
+}
+
+size_t Count(const std::vector<Hit>& hits, Relation relation) {
+    return static_cast<size_t>(std::count_if(
+        hits.begin(), hits.end(), [relation](const Hit& hit) { return hit.relation == relation; }));
 }
 
 }  // namespace
@@ -92,46 +152,55 @@ void PrintList(std::ostream& out, const std::vector<Object>& objects, bool json)
                         Length(box.m_low.m_z), Length(box.m_high.m_x), Length(box.m_high.m_y),
                         Length(box.m_high.m_z)});
     }
-    PrintTable(out, rows, 0);
+    PrintTable(out, rows, "lrrrrrr");
     out << Counted(objects.size(), "object") << '\n';
 }
 
-void PrintHits(std::ostream& out, const Arguments& arguments, const std::vector<GBoreLine>& legs,
-               const std::vector<Object>& objects, const std::vector<Hit>& hits,
-               const Times& times) {
+const char* InWords(Relation relation) {
+    switch (relation) {
+        case Relation::kInside:
+            return "inside";
+        case Relation::kCrosses:
+            return "crosses";
+        case Relation::kRangeMeets:
+            return "meets the range";
+        case Relation::kMayTouch:
+            break;
+    }
+    return "may be touched";
+}
+
+std::string Summary(const std::vector<Object>& objects, const Findings& findings) {
+    const std::string of_objects = " of " + Counted(objects.size(), "object");
+    const size_t inside = Count(findings.hits, Relation::kInside);
+    const size_t crossing = Count(findings.hits, Relation::kCrosses);
+    if (inside + crossing > 0) {
+        return std::to_string(inside) + of_objects + " inside, " + std::to_string(crossing) +
+               " crossing";
+    }
+    return std::to_string(CountFound(findings.hits)) + of_objects +
+           (findings.range ? " may lie in the range" : " may be touched");
+}
+
+void PrintFindings(std::ostream& out, const Arguments& arguments,
+                   const std::vector<Object>& objects, const Findings& findings,
+                   const Times& times) {
     if (arguments.json) {
-        Json legs_json = Json::array();
-        for (const GBoreLine& leg : legs) {
-            legs_json.push_back(LegJson(arguments, leg));
-        }
-        Json hits_json = Json::array();
-        for (const Hit& hit : hits) {
-            hits_json.push_back({{"leg", hit.leg + 1},
-                                 {"object", objects[hit.object].name},
-                                 {"enters", hit.enters},
-                                 {"leaves", hit.leaves},
-                                 {"length", hit.Length()}});
-        }
-        Print(out, {{"model", arguments.model},
-                    {"radius", arguments.radius},
-                    {"legs", legs_json},
-                    {"hits", hits_json},
-                    {"touched", CountTouched(hits)},
-                    {"objects", objects.size()},
-                    {"readingSeconds", times.reading},
-                    {"probingSeconds", times.probing}});
+        Print(out, FindingsJson(arguments, objects, findings, times));
         return;
     }
-    std::vector<Row> rows = {{"leg", "object", "enters", "leaves", "length"}};
-    for (const Hit& hit : hits) {
-        rows.push_back({std::to_string(hit.leg + 1), objects[hit.object].name, Length(hit.enters),
-                        Length(hit.leaves), Length(hit.Length())});
+    if (findings.legs.empty()) {
+        PrintTable(out, RelationRows(objects, findings), "ll");
+    } else {
+        PrintTable(out, PipeRows(objects, findings), "rlrrr");
     }
-    PrintTable(out, rows, 1);
-    out << CountTouched(hits) << " of " << Counted(objects.size(), "object")
-        << " may be touched on " << Counted(legs.size(), "leg") << " (probed in "
-        << Milliseconds(times.probing) << ", model read in " << Milliseconds(times.reading)
-        << ")\n";
+    if (findings.range) {
+        out << "range: " << BoxText(*findings.range) << '\n';
+    }
+    out << Summary(objects, findings)
+        << (findings.legs.empty() ? "" : " on " + Counted(findings.legs.size(), "leg"))
+        << " (probed in " << Milliseconds(times.probing) << ", model read in "
+        << Milliseconds(times.reading) << ")\n";
 }
 
 }  // namespace kvprobe

@@ -6,6 +6,7 @@
 #include "probe/probing.h"
 
 #include <iosfwd>
+#include <string>
 #include <vector>
 
 namespace kvprobe {
@@ -20,9 +21,15 @@ struct Times {
 /// the boxes in the objects' own coordinates and the placements).
 void PrintList(std::ostream& out, const std::vector<Object>& objects, bool json);
 
-/// The hits as a table and a line with the counts and times, or as JSON.
-void PrintHits(std::ostream& out, const Arguments& arguments, const std::vector<GBoreLine>& legs,
-               const std::vector<Object>& objects, const std::vector<Hit>& hits,
-               const Times& times);
+/// What was found, as a table and a line with the counts and times, or as JSON.
+void PrintFindings(std::ostream& out, const Arguments& arguments,
+                   const std::vector<Object>& objects, const Findings& findings,
+                   const Times& times);
+
+/// A relation in words, as the object's: "inside".
+const char* InWords(Relation relation);
+
+/// What was found, in a sentence without its end: "6 of 110 objects may be touched".
+std::string Summary(const std::vector<Object>& objects, const Findings& findings);
 
 }  // namespace kvprobe

@@ -63,7 +63,9 @@ struct tagGBoreLine {
     /// as given. 1 when a part is left, its limit moved to the plane; 0 when nothing is (no end
     /// reaches half the distance tolerance in front of the plane; both limits become 0), or when
     /// this is null (nothing changes). (a, b, c) of null length passes the message of
-    /// BuildUnitVector and leaves nothing. The radius plays no part.
+    /// BuildUnitVector and leaves nothing. The radius plays no part. An absent limit is cut with
+    /// the precision of numbers around 1e30, that is with none: give the bore line finite limits
+    /// first.
     KVGEOM_API int ClipWPlane(double a, double b, double c, double d);
 
     /// 0 proves that the probe misses the box; 1 says that it may touch it. The slab test (Kay and

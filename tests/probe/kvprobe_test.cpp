@@ -221,7 +221,7 @@ TEST(Kvprobe, FindsTheObjectsThatSampledPointsOfThePipeMeet) {
     EXPECT_EQ(found["objects"], solids.size());
     const std::set<std::string> paths = Paths(solids, Names(found["hits"]));
     EXPECT_EQ(paths, Touched(solids, pipe, random));
-    EXPECT_EQ(found["touched"], 6);
+    EXPECT_EQ(found["found"], 6);
 
     // In any direction nothing may be missed; near edges of boxes more may be found.
     size_t found_in_all = 0;
@@ -307,7 +307,7 @@ TEST(Kvprobe, ProbesWithALineWithoutEnds) {
     }
     EXPECT_NEAR(leaves, 3.05, 1e-5);
     EXPECT_NEAR(hits.front()["enters"], 3 - 12.05, 1e-5);
-    EXPECT_EQ(CallJson(std::string(HOUSE) + " --through 3,50,-7 --along 1e-200,0,0")["touched"], 0);
+    EXPECT_EQ(CallJson(std::string(HOUSE) + " --through 3,50,-7 --along 1e-200,0,0")["found"], 0);
 }
 
 // A COLLADA model of unit cubes, each a node of its own with the given name and matrix (for
@@ -492,8 +492,8 @@ TEST(Kvprobe, RefusesInOneLineThatNamesTheArgument) {
         {house + " --from 1,2,3 --to 4,5,6 --radius=nan", "--radius: 'nan' is not a number"},
         {house + " --from 1,2,3 --to 4,5,6 --radius inf", "--radius: 'inf' is not a number"},
         {house + " --from 1,2,3 --to 4,5,6 --radius 1e999", "--radius: '1e999' is not a number"},
-        {house + " --from 1,2 --to 4,5,6", "--from: '1,2' has 2 coordinates"},
-        {house + " --from 1,2,3 --to 4,5,6,7", "--to: '4,5,6,7' has 4 coordinates"},
+        {house + " --from 1,2 --to 4,5,6", "--from: '1,2' has 2 numbers, not 3"},
+        {house + " --from 1,2,3 --to 4,5,6,7", "--to: '4,5,6,7' has 4 numbers, not 3"},
         {house + " --from 1,,3 --to 4,5,6", "--from: '' is not a number"},
         {house + " --from 1,2,x --to 4,5,6", "--from: 'x' is not a number"},
         {house + " --from 1,2,1e30 --to 4,5,6", "--from: '1e30' is not a number below 1e30"},
@@ -506,6 +506,211 @@ TEST(Kvprobe, RefusesInOneLineThatNamesTheArgument) {
         EXPECT_EQ(outcome.status, 2) << row.arguments;
         EXPECT_EQ(outcome.out, "") << row.arguments;
         EXPECT_EQ(outcome.err.find("kvprobe: "), 0U) << outcome.err;
+        EXPECT_NE(outcome.err.find(row.complaint), std::string::npos) << outcome.err;
+        EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
+    }
+}
+
+// The objects that hold one of the points.
+std::set<std::string> Holders(const std::vector<Solid>& solids,
+                              const std::vector<GPosition>& points) {
+    std::set<std::string> paths;
+    for (const Solid& solid : solids) {
+        if (std::any_of(points.begin(), points.end(),
+                        [&solid](const GPosition& p) { return solid.Holds(p); })) {
+            paths.insert(solid.path);
+        }
+    }
+    return paths;
+}
+
+bool Includes(const std::set<std::string>& all, const std::set<std::string>& some) {
+    return std::includes(all.begin(), all.end(), some.begin(), some.end());
+}
+
+std::set<std::string> NamesOf(const Json& hits, const std::string& relation) {
+    std::set<std::string> names;
+    for (const Json& hit : hits) {
+        if (hit["relation"] == relation) {
+            names.insert(hit["object"]);
+        }
+    }
+    return names;
+}
+
+const std::string kPolygon =
+    " --point 4.2,0,-9.5 --point 7.2,0,-9.5 --point 8.2,0,-6.5 --point 4.2,0,-4.8 --direction "
+    "0,3,0 "
+    "--front 2.2 --back 0.3";
+
+// Points of that polygon between its depths.
+std::vector<GPosition> PointsOfPolygon(Random& random) {
+    const double corners[][2] = {{4.2, -9.5}, {7.2, -9.5}, {8.2, -6.5}, {4.2, -4.8}};
+    std::vector<GPosition> points;
+    for (int i = 0; i < 20000; ++i) {
+        double weights[4];
+        double sum = 0;
+        for (double& weight : weights) {
+            weight = random.Uniform(0, 1);
+            weight *= weight * weight;  // to the edges and corners too
+            sum += weight;
+        }
+        GPosition p = {0, random.Uniform(0.3, 2.2), 0};
+        for (int k = 0; k < 4; ++k) {
+            p.m_x += weights[k] / sum * corners[k][0];
+            p.m_z += weights[k] / sum * corners[k][1];
+        }
+        points.push_back(p);
+    }
+    return points;
+}
+
+TEST(Kvprobe, FindsWhatAFenceShares) {
+    const std::vector<Solid> solids = ReadSolids(HOUSE);
+    Random random(72);
+    const std::set<std::string> holders = Holders(solids, PointsOfPolygon(random));
+    const Json found = CallJson(std::string("fence ") + HOUSE + kPolygon);
+    EXPECT_EQ(Paths(solids, NamesOf(found["hits"], "may be touched")), holders);
+    EXPECT_EQ(found["found"], 9);
+
+    // From a file: the other way round, with a point on a straight edge first, and closed.
+    const Scratch scratch;
+    const std::string file = scratch.Write("polygon.txt",
+                                           "# a comment\n5.2 0 -9.5\n4.2,0,-9.5 # a "
+                                           "corner\n\n4.2\t0,-4.8\r\n8.2 0 -6.5\n7.2 0 -9.5\n5.2 0 "
+                                           "-9.5\n");
+    const Json from_file = CallJson(std::string("fence ") + HOUSE + " --points " + file +
+                                    " --direction 0,1,0 --front 2.2 --back 0.3");
+    EXPECT_EQ(Names(from_file["hits"]), Names(found["hits"]));
+}
+
+TEST(Kvprobe, TellsInsideFromCrossingAWindow) {
+    const std::vector<Solid> solids = ReadSolids(HOUSE);
+    Random random(73);
+    const GBox window = {{0, 0, -10}, {6, 2.6, -4}};
+    std::vector<GPosition> inside;
+    std::vector<GPosition> outside;
+    for (int i = 0; i < 50000; ++i) {
+        inside.push_back(Sample(random, window));
+        const GPosition p = {random.Uniform(-4, 16), random.Uniform(-2, 7), random.Uniform(-14, 4)};
+        const GBox grown = {{-1e-5, -1e-5, -10.00001}, {6.00001, 2.60001, -3.99999}};
+        if (!(grown >> p)) {
+            outside.push_back(p);
+        }
+    }
+    const Json found = CallJson(std::string("window ") + HOUSE + " --box 0,0,-10,6,2.6,-4");
+    const Json& hits = found["hits"];
+    const std::set<std::string> within = Paths(solids, NamesOf(hits, "inside"));
+    EXPECT_TRUE(Includes(Paths(solids, Names(hits)), Holders(solids, inside)));
+    EXPECT_EQ(within.size(), 10U);
+    for (const std::string& holder : Holders(solids, outside)) {
+        EXPECT_EQ(within.count(holder), 0U) << holder;
+    }
+    EXPECT_EQ(NamesOf(hits, "crosses").size(), 9U);
+
+    const Json by_planes = CallJson(std::string("window ") + HOUSE +
+                                    " --plane 2,0,0,0 --plane 0,1,0,0 --plane 0,0,1,10 "
+                                    "--plane -1,0,0,6 --plane 0,-1,0,2.6 --plane 0,0,-1,-4");
+    EXPECT_EQ(by_planes["hits"], hits);
+    EXPECT_EQ(CallJson(std::string("window ") + HOUSE + " --plane 1,0,0,100")["found"], 110);
+}
+
+TEST(Kvprobe, FindsWhatTheRangesOfOtherVolumesMeet) {
+    const std::vector<Solid> solids = ReadSolids(HOUSE);
+    Random random(74);
+    const struct {
+        std::string probe;
+        GBox range;
+    } rows[] = {
+        {"cone --point 3,1.5,-5 --direction 2,0,0 --front 6 --back 0 -r 1 --eye -2,1.5,-5",
+         {{3, -0.7, -7.2}, {9, 3.7, -2.8}}},
+        {"frustum" + kPolygon + " --eye 5,-3,-7",
+         {{3.613333, 0.3, -11.333333}, {10.546667, 2.2, -3.186667}}},
+        {"prism" + kPolygon, {{4.2, 0.3, -9.5}, {8.2, 2.2, -4.8}}},
+    };
+    for (const auto& row : rows) {
+        const size_t space = row.probe.find(' ');
+        const Json found =
+            CallJson(row.probe.substr(0, space) + " " + HOUSE + row.probe.substr(space));
+        const auto corner = [&found](const char* name) {
+            const Json& numbers = found["range"][name];
+            return GPosition{numbers[0], numbers[1], numbers[2]};
+        };
+        EXPECT_LT(Distance(GBox{corner("low"), corner("high")}, row.range), 1e-5) << row.probe;
+        std::vector<GPosition> points;
+        for (int i = 0; i < 20000; ++i) {
+            points.push_back(Sample(random, row.range));
+        }
+        const std::set<std::string> paths =
+            Paths(solids, NamesOf(found["hits"], "meets the range"));
+        const std::set<std::string> holders = Holders(solids, points);
+        EXPECT_TRUE(Includes(paths, holders)) << row.probe;
+        EXPECT_LE(paths.size(), holders.size() * 5 / 4) << row.probe;
+    }
+}
+
+TEST(Kvprobe, DrawsEveryKindOfProbe) {
+    const Scratch scratch;
+    const std::string svg = scratch.Path("probe.svg");
+    for (const std::string& probe :
+         {"fence " HOUSE + kPolygon, "frustum " HOUSE + kPolygon + " --eye 5,-3,-7",
+          "prism " HOUSE + kPolygon, std::string("window " HOUSE " --box 0,0,-10,6,2.6,-4"),
+          std::string("cone " HOUSE " --point 3,1.5,-5 --direction 1,0,0 --front 6 --back 0 -r 1 "
+                      "--eye -2,1.5,-5")}) {
+        EXPECT_EQ(Call(probe + " --svg " + svg).status, 0) << probe;
+        pugi::xml_document document;
+        ASSERT_TRUE(document.load_file(svg.c_str()));
+        // The edges of the probe.
+        EXPECT_GE(document.select_nodes("/svg/g[@stroke='#b3263a']/path").size(), 6U) << probe;
+    }
+}
+
+TEST(Kvprobe, RefusesMalformedVolumesAndNumberFiles) {
+    const Scratch scratch;
+    const std::string depths = " --front 2 --back 1";
+    const auto points = [&](const char* name, const std::string& content) {
+        return "fence " HOUSE " --points " + scratch.Write(name, content) + depths;
+    };
+    const std::string square = "0 0 0\n1 0 0\n1 0 1\n0 0 1\n";
+    const struct {
+        std::string arguments;
+        const char* complaint;
+    } rows[] = {
+        {points("word.txt", square + "1 two 3\n"), "word.txt:5: 'two' is not a number"},
+        {points("few.txt", "0 0 0\n\n1 0\n"), "few.txt:3: '1 0' has 2 numbers, not 3"},
+        {points("huge.txt", "1e31 0 0\n"), "huge.txt:1: '1e31' is not a number below 1e30"},
+        {points("empty.txt", "# nothing\n\n"), "empty.txt: holds no numbers"},
+        {points("long.txt", std::string(20000, '1')), "long.txt:1: the line is too long"},
+        {points("binary.txt", std::string("\x00\x01\xff\x1b", 4)), "binary.txt:1: '?"},
+        {"fence " HOUSE " --points /nowhere/x" + depths, "/nowhere/x: can't be read"},
+        {"fence " HOUSE " --points /tmp" + depths, "/tmp: "},
+        {points("pair.txt", "0 0 0\n1 0 0\n0 0 0\n"), "pair.txt: a polygon needs three"},
+        {points("line.txt", "0 0 0\n1 0 0\n2 0 0\n"), "line.txt: the polygon's points lie on a"},
+        {points("dent.txt", "0 0 0\n4 0 0\n4 0 4\n3 0 1\n"), "dent.txt: the polygon is not convex"},
+        {points("square.txt", square) + " --direction 1,0,1", "--direction: lies in the plane"},
+        {"fence " HOUSE + depths, "--point: give either"},
+        {"fence " HOUSE " --point 1,2,3 --points x" + depths, "--point: give either"},
+        {"fence " HOUSE " --point 0,0,0 --point 1,0,0 --point 0,1,0 --back 1", "--front: missing"},
+        {"prism " HOUSE + kPolygon + " --front 0.2", "--front"},
+        {"frustum " HOUSE + kPolygon, "--eye: missing"},
+        {"frustum " HOUSE + kPolygon + " --eye 5,1,-7", "--eye: '5,1,-7' lies between"},
+        {"window " HOUSE, "--plane: give either"},
+        {"window " HOUSE " --plane 0,0,0,1", "--plane: a plane's normal"},
+        {"window " HOUSE " --box 0,0,0,1,1", "--box: '0,0,0,1,1' has 5 numbers, not 6"},
+        {"window " HOUSE " --box 0,0,0,1,-1,1", "--box: "},
+        {"window " HOUSE " --planes " + scratch.Write("seven.txt",
+                                                      "1 0 0 1\n1 0 0 2\n1 0 0 3\n1 0 0 "
+                                                      "4\n1 0 0 5\n1 0 0 6\n1 0 0 7\n"),
+         "seven.txt: 7 planes"},
+        {"cone " HOUSE " --point 1,2,3 --direction 1,0,0 --front 1 --back 2 --eye 0,0,0",
+         "--front: '1' is less than --back"},
+        {"cone " HOUSE " --point 1,2,3 --direction 0,0,0 --front 2 --back 1 --eye 0,0,0",
+         "--direction: the direction has no length"},
+    };
+    for (const auto& row : rows) {
+        const Outcome outcome = Call(row.arguments);
+        EXPECT_EQ(outcome.status, 2) << row.arguments;
+        EXPECT_EQ(outcome.out, "") << row.arguments;
         EXPECT_NE(outcome.err.find(row.complaint), std::string::npos) << outcome.err;
         EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
     }

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "probe/arguments.h"
+
+#include <kvgeom/boxes/box.h>
+#include <kvgeom/maps/transf.h>
+
+#include <string>
+
+namespace kvprobe {
+
+// Sizes on the page, in pixels.
+constexpr double kSceneWidth = 1120;
+constexpr double kSceneHeight = 820;
+constexpr double kMargin = 40;
+constexpr double kTitleHeight = 70;
+
+/// Turns the model to the eye: x to the right, y upwards, z towards it.
+GTransf View(UpAxis up);
+
+/// The view, scaled and moved so that a box in it fills the scene on the page.
+GTransf FitToPage(const GTransf& view, const GBox& bounds);
+
+/// A length on the page.
+std::string Pixels(double value);
+
+/// A point on the page, as path data have it.
+std::string PathPoint(const GPosition& p);
+
+}  // namespace kvprobe
