@@ -147,6 +147,7 @@ std::vector<std::vector<double>> ParseRows(const std::string& argument,
         return ReadNumberFile(file, wanted);
     }
     std::vector<std::vector<double>> rows;
+    rows.reserve(texts.size());
     for (const std::string& text : texts) {
         rows.push_back(ParseNumbers(argument, text, wanted));
     }
