@@ -222,6 +222,8 @@ TEST(Kvprobe, FindsTheObjectsThatSampledPointsOfThePipeMeet) {
     const std::set<std::string> paths = Paths(solids, Names(found["hits"]));
     EXPECT_EQ(paths, Touched(solids, pipe, random));
     EXPECT_EQ(found["found"], 6);
+    EXPECT_EQ(CallJson("bore " HOUSE + kPipe)["hits"], found["hits"])
+        << "the same by its full name";
 
     // In any direction nothing may be missed; near edges of boxes more may be found.
     size_t found_in_all = 0;
