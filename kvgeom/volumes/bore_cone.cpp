@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/kernel/error_codes.h>
+#include <kvgeom/maps/converted.h>
 #include <kvgeom/points/direction.h>
 #include <kvgeom/points/mapping.h>
 #include <kvgeom/volumes/bore_cone.h>
@@ -15,9 +16,7 @@ GBoreCone& GBoreCone::operator*=(const GTransf& t) {
 }
 
 GBoreCone& GBoreCone::operator*=(const G4x4& a) {
-    GTransf t;
-    t = a;
-    return *this *= t;
+    return *this *= Converted(a);
 }
 
 void BuildBoreCone(const GBoreLine& line, const GPosition& eye, GBoreCone& cone, long* err) {

@@ -3,6 +3,7 @@
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/refusal.h>
+#include <kvgeom/maps/converted.h>
 #include <kvgeom/points/direction.h>
 #include <kvgeom/points/mapping.h>
 #include <kvgeom/volumes/profile.h>
@@ -84,9 +85,7 @@ GPtFence& GPtFence::operator*=(const GTransf& t) {
 }
 
 GPtFence& GPtFence::operator*=(const G4x4& a) {
-    GTransf t;
-    t = a;
-    return *this *= t;
+    return *this *= Converted(a);
 }
 
 void BuildPtFence(unsigned long num, const GPosition* const pts, GUnitVector dir, double front,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/refusal.h>
+#include <kvgeom/maps/converted.h>
 #include <kvgeom/maps/transf_builders.h>
 #include <kvgeom/points/direction.h>
 #include <kvgeom/points/mapping.h>
@@ -23,9 +24,7 @@ GRtPrism& GRtPrism::operator*=(const GTransf& t) {
 }
 
 GRtPrism& GRtPrism::operator*=(const G4x4& a) {
-    GTransf t;
-    t = a;
-    return *this *= t;
+    return *this *= Converted(a);
 }
 
 void BuildRtPrism(const GTransf& t, const GPosition* const pts, unsigned long num, double height,
