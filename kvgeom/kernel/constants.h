@@ -23,8 +23,8 @@ constexpr double kUnitToleranceSquared = kUnitTolerance * kUnitTolerance;
 constexpr double kUnitBandLow = 1 - kUnitTolerance;
 constexpr double kUnitBandHigh = 1 + kUnitTolerance;
 
-// Smallest magnitude, 2^-665 (6.53e-201), of a coordinate other than zero: its square still stays
-// clear of the denormal numbers by far.
+// Smallest magnitude, 2^-665 (6.53e-201), of a coordinate other than zero: what is smaller is the
+// debris of an underflow, not a place.
 constexpr double kSmallestCoordinate = 0x1p-665;
 
 // Spreads the distance tolerance over three axes, so that a point counts as inside a box only if

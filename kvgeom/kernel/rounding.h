@@ -9,8 +9,8 @@
 /// digits and 0.0 for negative ones.
 ///
 /// If text is not null and textSize not 0, *rounded is also printed into text with that many
-/// decimals, always with a decimal point. textSize counts the terminator. For digits outside 0..9,
-/// and where the number does not fit, text becomes the empty string: a cut number is a wrong
-/// number.
+/// decimals, the separator a point in any locale. textSize counts the terminator. For digits
+/// outside 0..9, and where the number does not fit, text becomes the empty string: a cut number is
+/// a wrong number.
 KVGEOM_API void KVRoundValue(double value, int digits, double* rounded, unsigned int textSize,
                              char* text);

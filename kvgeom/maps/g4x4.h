@@ -28,7 +28,8 @@ struct tagG4x4 {
 
     /// The inverse, by Gauss-Jordan elimination with full pivoting. A best remaining pivot below
     /// 1e-20 in magnitude passes "Can't find inverse since the g4x4 is singular" and gives the
-    /// identity; IsInvertible() tells the two apart.
+    /// identity. IsInvertible() warns of most such matrices, but goes by the determinant: the two
+    /// may differ for elements of very different sizes, and for projective matrices.
     KVGEOM_API tagG4x4 Inverse() const;
 
     /// 1 when the matrices are equal after each is divided by its own weight: translations within

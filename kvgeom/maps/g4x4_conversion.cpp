@@ -39,7 +39,8 @@ bool IsAffine(const G4x4& g, double tol) {
 
 }  // namespace
 
-// Every test is written so that NaN fails it: a caller who gets 0 can rely on the record.
+// Every test is written so that NaN fails it: with 0 comes a sound linear part and scaling. The
+// translation is copied untested.
 long ConvertG4x4ToGTransf(const G4x4& g, GTransf& t) {
     const double tol = RelativeTolerance();
     G4x4 affine = g;

@@ -9,11 +9,11 @@
 /// shear. Returns 0 and writes t, or returns 2 and leaves t as it was. No message is passed.
 ///
 /// g is divided by its weight unless that is 1 within the relative tolerance. It is refused when
-/// the weight is 0 or a projective element is not 0 within that tolerance, when the columns of its
-/// 3x3 part are null or differ in length by more than 10 times the tolerance, or when the
-/// normalised part, after one step of MakeOrthogonal if it isn't Euclidean, has no determinant of 1
-/// or -1. The scaling is the mean of the column lengths; the rotation flag is set when an angle of
-/// GetRotAngles reaches the relative tolerance.
+/// the weight is 0 or a projective element is not 0 within that tolerance, when the first column of
+/// its 3x3 part is null or another differs from it in length by more than 10 times the tolerance,
+/// or when the normalised part, after one step of MakeOrthogonal if it isn't Euclidean, has no
+/// determinant of 1 or -1. The scaling is the mean of the column lengths; the rotation flag is set
+/// when an angle of GetRotAngles reaches the relative tolerance.
 KVGEOM_API long ConvertG4x4ToGTransf(const G4x4& g, GTransf& t);
 
 /// The rotation angles (GetRotAngles) of the converted transformation, and 0; or three times 0.0,

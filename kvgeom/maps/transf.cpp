@@ -23,7 +23,7 @@ struct RotationAngles {
     double MagnitudeSum() const { return std::fabs(a) + std::fabs(b) + std::fabs(c); }
 };
 
-// With a = Rx(a) Ry(b) Rz(c) for row vectors, the matrix is
+// For row vectors, Rx(a) Ry(b) Rz(c) is, with s and c for sine and cosine,
 //     cb cc              cb sc             -sb
 //     sa sb cc - ca sc   sa sb sc + ca cc   sa cb
 //     ca sb cc + sa sc   ca sb sc - sa cc   ca cb

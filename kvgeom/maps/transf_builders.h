@@ -34,8 +34,9 @@ KVGEOM_API GTransf TranslateTransf(const GVector& v);
 KVGEOM_API GTransf CoordinateTransf(const GPosition& origin, const GUnitVector& xAxis,
                                     const GUnitVector& yAxis);
 
-/// The same with x and y chosen: the world axes when zAxis is +z exactly, else x = GetPerpVector of
-/// zAxis and y = z cross x.
+/// The same with x and y chosen. When the z component of zAxis, normalised, is within DBL_EPSILON
+/// of 1 (up to a tilt of about 1.5e-8 radians, which is dropped), the result has the world's axes;
+/// else x = GetPerpVector of zAxis and y = z cross x.
 KVGEOM_API GTransf CoordinateTransf(const GPosition& origin, const GUnitVector& zAxis);
 
 /// The map that carries one coordinate system onto another: (a, b, c) in the old system maps to (a,

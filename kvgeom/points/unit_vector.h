@@ -6,9 +6,10 @@
 
 typedef struct tagGPosition GPosition;
 
-/// A direction of unit length. One made by BuildUnitVector has a squared length within
-/// 1 +- 50 * DBL_EPSILON, or is (0, 0, 0), the null unit vector that a failed build leaves. It
-/// converts to a GVector; the other way leads only through BuildUnitVector.
+/// A direction of unit length. One made by BuildUnitVector from components whose squares are normal
+/// numbers has a squared length within 1 +- 50 * DBL_EPSILON, or is (0, 0, 0), the null unit vector
+/// that a failed build leaves. It converts to a GVector; the other way leads only through
+/// BuildUnitVector.
 struct tagGUnitVector {
     double m_x;
     double m_y;
@@ -48,8 +49,8 @@ typedef tagGUnitVector GUnitVector;
 
 /// The unit vector along (x, y, z). Components whose squared length already lies within
 /// 1 +- 50 * DBL_EPSILON are kept bit for bit. A length up to 50 * DBL_EPSILON passes "GUnitVector:
-/// tried to create a NULL unit vector" and gives (0, 0, 0); a vector so long that its squared
-/// length overflows gives (0, 0, 0) too, without a message.
+/// tried to create a NULL unit vector" and gives (0, 0, 0); a finite vector so long that its
+/// squared length overflows gives (0, 0, 0) too, without a message.
 KVGEOM_API GUnitVector BuildUnitVector(double x, double y, double z);
 
 /// The same with the null length chosen by the caller: a length of tol or less, and a length of 0

@@ -41,8 +41,8 @@ struct tagGVector {
     /// BuildUnitVector.
     KVGEOM_API int IsOrthogonal(const tagGVector& w) const;
 
-    /// Divides each component by d. For |d| < DBL_EPSILON the message "GVector: trying to divide by
-    /// 0.0" is passed, and a component becomes 1e30 if it is positive, else -1e30.
+    /// Divides each component by d. For |d| < DBL_EPSILON, or NaN, the message "GVector: trying to
+    /// divide by 0.0" is passed, and a component becomes 1e30 if it is positive, else -1e30.
     KVGEOM_API tagGVector& operator/=(double d);
 
     /// The row form v * M.
