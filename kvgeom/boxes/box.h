@@ -18,7 +18,8 @@ struct tagGBox {
     KVGEOM_API GPosition& operator[](unsigned int i);
 
     /// 1 when m_low minus the distance tolerance is not below m_high on some axis. Point boxes and
-    /// flat boxes are proper boxes, not null.
+    /// flat boxes are proper boxes, not null, but for those whose coordinates swallow the tolerance
+    /// (beyond about 1e10 for the default one, any for a tolerance of 0).
     KVGEOM_API int IsNull() const;
 
     /// 1 when the low and the high corners are equal (GPosition::IsEqual).
@@ -55,8 +56,8 @@ struct tagGBox {
     /// as given. The box becomes the box around what is left, and 1 is returned; or the canonical
     /// null box, and 0, when no corner lies in front of the plane. A null box stays as it is, and
     /// returns 0. (a, b, c) of null length passes the message of BuildUnitVector and leaves
-    /// nothing. Edges that rise towards the plane by less than half the distance tolerance a unit
-    /// are not cut.
+    /// nothing. Edges that rise towards the plane by no more than half the distance tolerance a
+    /// unit are not cut, and corners behind it by less than that stay.
     KVGEOM_API int ClipWPlane(double a, double b, double c, double d);
 
     /// Writes the eight corners: the bottom face anticlockwise seen from +z, from the low corner,

@@ -9,7 +9,7 @@
 
 // A mapped box is the axis-aligned box around the images of its eight corners. Null boxes are
 // mapped like any other: mapping doesn't tell them apart, and the image of a reversed box isn't
-// reversed.
+// reversed (unless the matrix counts as the identity).
 
 /// Maps in the row form, p * m; or in the column form, m * p. A matrix equal to the identity
 /// (GMatrix::IsEqual) gives the box bit for bit.

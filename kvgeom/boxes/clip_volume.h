@@ -69,7 +69,7 @@ KVGEOM_API GClipVolume operator-(const GClipVolume& volume, const GVector& v);
 KVGEOM_API GClipVolume operator*(const GClipVolume& volume, const GMatrix& m);
 KVGEOM_API GClipVolume operator*(const GMatrix& m, const GClipVolume& volume);
 
-/// The image of the volume, for a transformation without shear.
+/// The image of the volume, for a transformation without shear and with a positive scaling.
 KVGEOM_API GClipVolume operator*(const GClipVolume& volume, const GTransf& t);
 
 /// The volume with the distance of each plane from the centre multiplied by s. The centre is the
@@ -84,7 +84,7 @@ KVGEOM_API GClipVolume operator*(const GClipVolume& volume, double s);
 /// gives volume * 1e30.
 KVGEOM_API GClipVolume operator/(const GClipVolume& volume, double s);
 
-/// The box around the vertices of the volume. Without a vertex it is the canonical null box, with
-/// the message of BuildBox; for a count above 6 too, with "GBox: can't build with ClipVolume number
-/// of planes > 6".
+/// The box around the vertices of the volume. The planes are taken as they are stored, meant to
+/// have unit normals. Without a vertex it is the canonical null box, with the message of BuildBox;
+/// for a count above 6 too, with "GBox: can't build with ClipVolume number of planes > 6".
 KVGEOM_API GBox ClipVolumeRange(const GClipVolume& volume);

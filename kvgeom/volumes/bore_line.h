@@ -60,18 +60,20 @@ struct tagGBoreLine {
     KVGEOM_API tagGBoreLine& operator*=(const G4x4& a);
 
     /// Cuts off the part behind the plane N.X + d = 0, where N is (a, b, c) normalised; d is used
-    /// as given. 1 when a part is left, its limit moved to the plane; 0 when nothing is (no end
-    /// reaches half the distance tolerance in front of the plane; both limits become 0), or when
-    /// this is null (nothing changes). (a, b, c) of null length passes the message of
-    /// BuildUnitVector and leaves nothing. The radius plays no part. An absent limit is cut with
-    /// the precision of numbers around 1e30, that is with none: give the bore line finite limits
-    /// first.
+    /// as given. 1 when a part is left, with the limit that lies behind the plane by half the
+    /// distance tolerance or more moved to it; 0 when nothing is (no end reaches half the distance
+    /// tolerance in front of the plane; both limits become 0), or when this is null (nothing
+    /// changes). (a, b, c) of null length passes the message of BuildUnitVector and leaves nothing.
+    /// The radius plays no part. An absent limit is cut with the precision of numbers around 1e30,
+    /// that is with none: give the bore line finite limits first.
     KVGEOM_API int ClipWPlane(double a, double b, double c, double d);
 
     /// 0 proves that the probe misses the box; 1 says that it may touch it. The slab test (Kay and
     /// Kajiya) of the segment against the box enlarged on every side by the radius, or by the
     /// relative tolerance for a radius of 0: near the enlarged box's edges and corners it may
-    /// answer 1 for a miss.
+    /// answer 1 for a miss. An axis along which the line runs through less than DBL_EPSILON of the
+    /// box's extent a unit counts as parallel: against boxes that are huge beside the probe, what
+    /// so little a slope gains over the leg is neglected.
     KVGEOM_API int operator&&(const GBox& box) const;
 };
 typedef tagGBoreLine GBoreLine;

@@ -72,8 +72,14 @@ int GBoreLine::ClipWPlane(double a, double b, double c, double d) {
     }
     const double slope = normal % m_direction;
     if (slope == 0.0) {
-        // Parallel to the plane: only the rounding of far end points makes them seem to differ.
-        return 1;
+        // Parallel to the plane: only by rounding do far ends seem to lie on different sides. The
+        // point decides for all.
+        if (normal % (m_point - plane_point) >= h) {
+            return 1;
+        }
+        m_front = 0.0;
+        m_back = 0.0;
+        return 0;
     }
     if (back_distance < 0) {
         m_back -= back_distance / slope;

@@ -4,6 +4,7 @@
 // What the records with a caller's array of points (a closed profile) have in common.
 
 #include <kvgeom/boxes/box.h>
+#include <kvgeom/boxes/fixed_boxes.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/volumes/scratch.h>
 
@@ -29,7 +30,8 @@ inline void CopyPoints(const GPosition* from, unsigned long count, GPosition* to
     }
 }
 
-// The box around the two images of each point: `both` writes the front one and the back one. The
+// The box around the two images of each point: `both` writes the front one and the back one, or
+// returns false for a point whose images are nowhere: the box is then all of space, at once. The
 // zero box when there is no memory; a null array has no points.
 template <class BothImages>
 GBox RangeOfImages(const GPosition* points, unsigned long count, BothImages both) {
@@ -37,12 +39,14 @@ GBox RangeOfImages(const GPosition* points, unsigned long count, BothImages both
     if (n > std::numeric_limits<unsigned long>::max() / 2) {
         return kZeroBox;
     }
-    const Scratch<GPosition, 2 * kMostFixedPoints> images(2 * n);
+    Scratch<GPosition, 2 * kMostFixedPoints> images(2 * n);
     if (images.Get() == nullptr) {
         return kZeroBox;
     }
     for (unsigned long i = 0; i < n; ++i) {
-        both(points[i], images.Get()[i], images.Get()[n + i]);
+        if (!both(points[i], images.Get()[i], images.Get()[n + i])) {
+            return kAllSpaceBox;
+        }
     }
     return BuildBox(2 * n, images.Get());
 }

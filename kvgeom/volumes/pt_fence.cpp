@@ -54,8 +54,8 @@ int GPtFence::operator&&(const GBox& box) const {
     const double tol = DistanceTolerance();
     // A count that overflows here asks for no planes at all: memory that nobody has.
     const unsigned long planes = m_count + 1;
-    const Scratch<GPosition, kMostFixedPlanes> points(planes);
-    const Scratch<GUnitVector, kMostFixedPlanes> normals(planes);
+    Scratch<GPosition, kMostFixedPlanes> points(planes);
+    Scratch<GUnitVector, kMostFixedPlanes> normals(planes);
     if (planes == 0 || points.Get() == nullptr || normals.Get() == nullptr) {
         Gassert_debug("PtFence&&: no memory");
         return 0;
@@ -114,7 +114,7 @@ void IsPtInPtFence(const GPtFence& fence, GPosition* planePoints, GUnitVector* p
                    const GPosition& q, int* inside, long* err) {
     *err = kSuccess;
     int result = 1;
-    if (fence.m_count >= kFewestPointsWithPlanes) {
+    if (HasPlanes(fence)) {
         for (unsigned long i = 0; i <= fence.m_count; ++i) {
             if (planeNormals[i] % (q - planePoints[i]) < 0) {
                 result = 0;
@@ -132,5 +132,6 @@ GBox PtFenceRange(const GPtFence& fence) {
                          [&](const GPosition& p, GPosition& front, GPosition& back) {
                              front = p + to_front;
                              back = p + to_back;
+                             return true;
                          });
 }

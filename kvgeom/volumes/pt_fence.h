@@ -50,7 +50,8 @@ KVGEOM_API void BuildPtFence(unsigned long num, const GPosition* const pts, GUni
                              double front, double back, GPtFence& fence, long* err);
 
 /// Tells whether q lies on the inner side of, or on, all planes that FindPlanes wrote for the
-/// fence: *inside is 1 or 0. No tolerance is involved. *err is always 0.
+/// fence: *inside is 1 or 0. No tolerance is involved. Of a fence without planes (FindPlanes),
+/// *inside is 1 and nothing is read. *err is always 0.
 KVGEOM_API void IsPtInPtFence(const GPtFence& fence, GPosition* planePoints,
                               GUnitVector* planeNormals, const GPosition& q, int* inside,
                               long* err);

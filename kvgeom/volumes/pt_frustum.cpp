@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <kvgeom/boxes/fixed_boxes.h>
 #include <kvgeom/points/mapping.h>
 #include <kvgeom/volumes/profile.h>
 #include <kvgeom/volumes/pt_frustum.h>
@@ -39,17 +38,15 @@ GBox PtFrustumRange(const GPtFrustum& frustum) {
         to_front = direction % (first + fence.m_front * direction - eye);
         to_back = direction % (first + fence.m_back * direction - eye);
     }
-    bool is_unbounded = false;
-    const GBox range = RangeOfImages(fence.m_points, fence.m_count,
-                                     [&](const GPosition& p, GPosition& front, GPosition& back) {
-                                         if (is_unbounded) {
-                                             return;
-                                         }
-                                         const GUnitVector ray = BuildUnitVector(eye, p);
-                                         const double slope = ray % direction;
-                                         is_unbounded = slope == 0.0;
-                                         front = eye + to_front / slope * ray;
-                                         back = eye + to_back / slope * ray;
-                                     });
-    return is_unbounded ? kAllSpaceBox : range;
+    return RangeOfImages(fence.m_points, fence.m_count,
+                         [&](const GPosition& p, GPosition& front, GPosition& back) {
+                             const GUnitVector ray = BuildUnitVector(eye, p);
+                             const double slope = ray % direction;
+                             if (slope == 0.0) {
+                                 return false;
+                             }
+                             front = eye + to_front / slope * ray;
+                             back = eye + to_back / slope * ray;
+                             return true;
+                         });
 }

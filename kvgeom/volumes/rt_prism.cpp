@@ -90,5 +90,6 @@ GBox RtPrismRange(const GRtPrism& prism) {
                          [&prism](const GPosition& p, GPosition& base, GPosition& top) {
                              base = p * prism.m_transf;
                              top = GPosition{p.m_x, p.m_y, p.m_z + prism.m_height} * prism.m_transf;
+                             return true;
                          });
 }

@@ -40,7 +40,8 @@ KVGEOM_API void BuildRtPrism(const GTransf& t, const GPosition* const pts, unsig
 /// *err is 0; or 2, and the prism untouched, after the first of these messages that applies:
 /// "BuildRtPrism: normal is invalid" (null), "BuildRtPrism: pts aren't closed", "BuildRtPrism:
 /// f_depth < b_depth". When the first two points coincide, "BuildRtPrism: pts[0] and pts[1] are the
-/// same\n" is passed after BuildUnitVector's message; the array then holds the moved points.
+/// same\n" is passed after BuildUnitVector's message; the array then holds the moved points. So it
+/// is, without BuildUnitVector's message, when their distance overflows.
 KVGEOM_API void BuildRtPrism(const GPosition* const pts, unsigned long num, GUnitVector normal,
                              double f_depth, double b_depth, GRtPrism& prism, long* err);
 

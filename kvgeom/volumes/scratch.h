@@ -25,7 +25,7 @@ class Scratch {
     Scratch& operator=(const Scratch&) = delete;
 
     /// Null when the heap refused.
-    Record* Get() const { return m_records; }
+    Record* Get() { return m_records; }
 
   private:
     Record m_fixed[fixed_count];

@@ -191,6 +191,27 @@ TEST(BoreLine, ClippingLeavesNullLinesAndSurvivesNullNormals) {
     }
 }
 
+TEST(BoreLine, ClippingAnEndlessParallelLineGoesByItsPoint) {
+    Random random(55);
+    int parallel = 0;
+    for (int i = 0; i < 5000; ++i) {
+        const GUnitVector direction = random.Direction();
+        const GUnitVector normal = GetPerpVector(direction);
+        const GPosition far_end = BuildBoreLine({0, 0, 0}, direction).Evaluate(kBig);
+        if (normal % direction != 0.0 || far_end % normal == 0.0) {
+            continue;  // only where the far ends seem to lie on different sides
+        }
+        ++parallel;
+        for (const double d : {-5.0, 5.0}) {
+            GBoreLine l = BuildBoreLine({0, 0, 0}, direction);
+            l.m_radius = 1;
+            EXPECT_EQ(l.ClipWPlane(normal.m_x, normal.m_y, normal.m_z, d), d > 0 ? 1 : 0);
+            EXPECT_EQ(l.m_front, d > 0 ? kBig : 0);
+        }
+    }
+    EXPECT_GT(parallel, 100);
+}
+
 TEST(BoreLine, ClippingKeepsWhatIsInFront) {
     Random random(53);
     for (int i = 0; i < 5000; ++i) {
