@@ -4,6 +4,8 @@
 // The whole library in one include.
 
 #include <kvgeom/boxes/box.h>
+#include <kvgeom/boxes/box2d.h>
+#include <kvgeom/boxes/box2d_mapping.h>
 #include <kvgeom/boxes/box_mapping.h>
 #include <kvgeom/boxes/clip_volume.h>
 #include <kvgeom/kernel/assertion_hook.h>
@@ -14,13 +16,20 @@
 #include <kvgeom/maps/g4x4_builders.h>
 #include <kvgeom/maps/g4x4_conversion.h>
 #include <kvgeom/maps/matrix.h>
+#include <kvgeom/maps/matrix2d.h>
 #include <kvgeom/maps/transf.h>
+#include <kvgeom/maps/transf2d.h>
+#include <kvgeom/maps/transf2d_builders.h>
 #include <kvgeom/maps/transf_builders.h>
 #include <kvgeom/maps/transf_repair.h>
 #include <kvgeom/points/mapping.h>
+#include <kvgeom/points/mapping2d.h>
 #include <kvgeom/points/position.h>
+#include <kvgeom/points/position2d.h>
 #include <kvgeom/points/unit_vector.h>
+#include <kvgeom/points/unit_vector2d.h>
 #include <kvgeom/points/vector.h>
+#include <kvgeom/points/vector2d.h>
 #include <kvgeom/volumes/bore_cone.h>
 #include <kvgeom/volumes/bore_line.h>
 #include <kvgeom/volumes/bore_line_mapping.h>

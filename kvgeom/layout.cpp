@@ -26,8 +26,13 @@ static_assert(IsDoubles<GMatrix>(9));
 static_assert(IsDoubles<G4x4>(16));
 static_assert(IsDoubles<GBox>(6));
 static_assert(IsDoubles<GBoreLine>(9));
-
 static_assert(IsDoubles<GBoreCone>(12));
+
+static_assert(IsDoubles<GVector2d>(2));
+static_assert(IsDoubles<GUnitVector2d>(2));
+static_assert(IsDoubles<GPosition2d>(2));
+static_assert(IsDoubles<GMatrix2d>(4));
+static_assert(IsDoubles<GBox2d>(4));
 
 // 24 doubles and a count.
 static_assert(IsPlain<GClipVolume> &&
@@ -39,8 +44,9 @@ static_assert(IsPlain<GPtFrustum> && sizeof(GPtFrustum) == sizeof(GPtFence) + si
 static_assert(IsPlain<GRtPrism> &&
               sizeof(GRtPrism) == sizeof(GTransf) + 2 * sizeof(void*) + sizeof(double));
 
-// 13 doubles and three flags, padded to the alignment of a double, which is 4 in the 32-bit Unix
-// ABI and 8 elsewhere.
+// Doubles and three flags, padded to the alignment of a double, which is 4 in the 32-bit Unix ABI
+// and 8 elsewhere.
 static_assert(IsPlain<GTransf> && sizeof(GTransf) == 13 * sizeof(double) + alignof(GTransf));
+static_assert(IsPlain<GTransf2d> && sizeof(GTransf2d) == 7 * sizeof(double) + alignof(GTransf2d));
 
 }  // namespace

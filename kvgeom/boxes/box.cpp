@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/boxes/box.h>
+#include <kvgeom/boxes/corner.h>
 #include <kvgeom/boxes/fixed_boxes.h>
+#include <kvgeom/boxes/interval.h>
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/extremes.h>
 #include <kvgeom/kernel/tolerance_state.h>
 
-#include <algorithm>
 #include <cmath>
 
 using namespace kvgeom::detail;
@@ -29,10 +30,6 @@ GPosition Divided(const GPosition& p, double s) {
     return {p.m_x / s, p.m_y / s, p.m_z / s};
 }
 
-bool IsReversed(double low, double high, double t) {
-    return low - t >= high;
-}
-
 bool IsReversedOnSomeAxis(const GBox& box, double t) {
     return IsReversed(box.m_low.m_x, box.m_high.m_x, t) ||
            IsReversed(box.m_low.m_y, box.m_high.m_y, t) ||
@@ -43,34 +40,14 @@ bool IsOutside(double value, double low, double high, double t) {
     return high + t < value || low - t > value;
 }
 
-void Extend(double& low, double& high, double value) {
-    if (low > value) {
-        low = value;
-    } else if (high < value) {
-        high = value;
-    }
-}
-
-// The readable and the writable operator[] in one.
-template <class Box>
-auto& Corner(Box& box, unsigned int i) {
-    if (i == 0) {
-        return box.m_low;
-    }
-    if (i != 1) {
-        Gassert_debug("GBox: index out of range");
-    }
-    return box.m_high;
-}
-
 }  // namespace
 
 const GPosition& GBox::operator[](unsigned int i) const {
-    return Corner(*this, i);
+    return Corner(*this, i, "GBox: index out of range");
 }
 
 GPosition& GBox::operator[](unsigned int i) {
-    return Corner(*this, i);
+    return Corner(*this, i, "GBox: index out of range");
 }
 
 int GBox::IsNull() const {

@@ -5,6 +5,8 @@
 #include <kvgeom/points/position.h>
 #include <kvgeom/points/vector.h>
 
+typedef struct tagGBox2d GBox2d;
+
 /// An axis-aligned box. A box reversed by at least the distance tolerance on some axis is null: it
 /// takes no part in unions and intersections. The canonical null box is (1e30, 1e30, 1e30) -
 /// (-1e30, -1e30, -1e30). Nothing sorts the corners.
@@ -63,6 +65,12 @@ struct tagGBox {
     /// Writes the eight corners: the bottom face anticlockwise seen from +z, from the low corner,
     /// then the top face in the same order.
     KVGEOM_API void GiveCorners(GPosition* const corners) const;
+
+    /// The plan of the box: x and y of both corners. A corner whose z is beyond the distance
+    /// tolerance passes "Convert2d: GBox z coordinate > distanceTolerance".
+    KVGEOM_API GBox2d Convert2d() const;
+    /// Becomes the flat box of b in the plane z = 0.
+    KVGEOM_API void Convert3d(const GBox2d& b);
 };
 typedef tagGBox GBox;
 

@@ -37,6 +37,16 @@ bool IsAffine(const G4x4& g, double tol) {
            std::fabs(g.m_matrix[11]) <= tol;
 }
 
+// Whether a second or third column is as long as the first.
+bool IsAsLong(double length, double first_length, double tol) {
+    return std::fabs(length - first_length) <= kUniformScalingFactor * tol;
+}
+
+template <class Matrix>
+bool HasUnitDeterminant(const Matrix& matrix, double tol) {
+    return std::fabs(std::fabs(GetDeterminant(matrix)) - 1) <= tol;
+}
+
 }  // namespace
 
 // Every test is written so that NaN fails it: with 0 comes a sound linear part and scaling. The
@@ -52,9 +62,8 @@ long ConvertG4x4ToGTransf(const G4x4& g, GTransf& t) {
     const GMatrix columns = matrix.Transpose();
     const double lengths[3] = {columns[0].GetLength(), columns[1].GetLength(),
                                columns[2].GetLength()};
-    if (!(lengths[0] >= tol) ||
-        !(std::fabs(lengths[1] - lengths[0]) <= kUniformScalingFactor * tol) ||
-        !(std::fabs(lengths[2] - lengths[0]) <= kUniformScalingFactor * tol)) {
+    if (!(lengths[0] >= tol) || !IsAsLong(lengths[1], lengths[0], tol) ||
+        !IsAsLong(lengths[2], lengths[0], tol)) {
         return kPreconditionFailed;
     }
     for (auto& row : matrix.m_elements) {
@@ -67,14 +76,14 @@ long ConvertG4x4ToGTransf(const G4x4& g, GTransf& t) {
         MakeOrthogonal(matrix, matrix, &err);
     }
     // What shear was too large for the one step shows here.
-    const double determinant = GetDeterminant(matrix);
-    if (!(std::fabs(std::fabs(determinant) - 1) <= tol)) {
+    if (!HasUnitDeterminant(matrix, tol)) {
         return kPreconditionFailed;
     }
 
     const double* m = affine.m_matrix;
-    GTransf result = BuildTransf(matrix, {m[12], m[13], m[14]},
-                                 (lengths[0] + lengths[1] + lengths[2]) / 3, 0, determinant < 0, 0);
+    GTransf result =
+        BuildTransf(matrix, {m[12], m[13], m[14]}, (lengths[0] + lengths[1] + lengths[2]) / 3, 0,
+                    GetDeterminant(matrix) < 0, 0);
     double a;
     double b;
     double c;
@@ -82,6 +91,37 @@ long ConvertG4x4ToGTransf(const G4x4& g, GTransf& t) {
     GetRotAngles(result, &a, &b, &c, origin);
     const bool rotates = std::fabs(a) >= tol || std::fabs(b) >= tol || std::fabs(c) >= tol;
     result.m_hasRotation = rotates ? 1 : 0;
+    t = result;
+    return kSuccess;
+}
+
+long ConvertG4x4ToGTransf2d(const G4x4& g, GTransf2d& t) {
+    const double tol = RelativeTolerance();
+    G4x4 affine = g;
+    if (!NormaliseWeight(affine, tol) || !IsAffine(affine, tol)) {
+        return kPreconditionFailed;
+    }
+
+    const GMatrix columns = LinearBlock(affine).Transpose();
+    const double lengths[2] = {columns[0].GetLength(), columns[1].GetLength()};
+    if (!(lengths[0] >= tol) || !IsAsLong(lengths[1], lengths[0], tol)) {
+        return kPreconditionFailed;
+    }
+    const double* m = affine.m_matrix;
+    GMatrix2d matrix = {
+        {{m[0] / lengths[0], m[1] / lengths[1]}, {m[4] / lengths[0], m[5] / lengths[1]}}};
+    if (!matrix.IsEuclidean()) {
+        long err;
+        MakeOrthogonal(matrix, matrix, &err);
+    }
+    if (!HasUnitDeterminant(matrix, tol)) {
+        return kPreconditionFailed;
+    }
+
+    GTransf2d result = BuildTransf2d(matrix, {m[12], m[13]}, (lengths[1] + lengths[0]) * 0.5, 0,
+                                     GetDeterminant(matrix) < 0, 0);
+    long err;
+    result.m_hasRotation = std::fabs(GiveRotAngle(result, &err)) >= tol ? 1 : 0;
     t = result;
     return kSuccess;
 }

@@ -6,6 +6,7 @@
 #include <kvgeom/points/vector.h>
 
 typedef struct tagGPosition GPosition;
+typedef struct tagGTransf2d GTransf2d;
 
 /// A similarity transformation: a point p maps to m_scaling * (p * m_matrix) + m_translation, a
 /// vector v to m_scaling * (v * m_matrix).
@@ -45,6 +46,15 @@ struct tagGTransf {
 
     /// The conversion of g (g4x4_conversion.h), or the null transformation when it fails.
     KVGEOM_API tagGTransf& operator=(const G4x4& g);
+
+    /// What the transformation does in the plane z = 0: the upper left of the matrix, x and y of
+    /// the translation (its z is dropped unseen), the scaling and the flags. A matrix that doesn't
+    /// keep the plane passes, by elements beyond the distance tolerance: "z coordinate of row 0 or
+    /// row 1 > distanceTolerance", "row 2 coordinates > distanceTolerance", and, for a last element
+    /// neither 1 nor -1, "third coordinate in row 2 not 1.0".
+    KVGEOM_API GTransf2d Convert2d() const;
+    /// Becomes the transformation that does in every plane parallel to z = 0 what g does.
+    KVGEOM_API void Convert3d(const GTransf2d& g);
 };
 typedef tagGTransf GTransf;
 

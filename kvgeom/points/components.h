@@ -22,4 +22,18 @@ auto& Component(Triple& v, unsigned int i, const char* message) {
     }
 }
 
+// The same for a planar record, with the members m_x and m_y.
+template <class Pair>
+auto& PlanarComponent(Pair& v, unsigned int i, const char* message) {
+    switch (i) {
+        case 0:
+            return v.m_x;
+        case 1:
+            return v.m_y;
+        default:
+            Gassert_debug(message);
+            return v.m_y;
+    }
+}
+
 }  // namespace kvgeom::detail

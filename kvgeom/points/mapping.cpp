@@ -1,23 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/kernel/assertion_hook.h>
-#include <kvgeom/kernel/constants.h>
 #include <kvgeom/points/direction.h>
+#include <kvgeom/points/homogeneous_forms.h>
 #include <kvgeom/points/linear_forms.h>
 #include <kvgeom/points/mapping.h>
-
-#include <cmath>
 
 using namespace kvgeom::detail;
 
 namespace {
-
-enum class Form { kRow, kColumn };
-
-// The element in row i, column j of a for the row form, of a transposed for the column form.
-template <Form form>
-double Element(const G4x4& a, int i, int j) {
-    return form == Form::kRow ? a.m_matrix[4 * i + j] : a.m_matrix[4 * j + i];
-}
 
 // (x, y, z) times column j, without the constant term.
 template <Form form, class Triple>
@@ -30,14 +20,6 @@ double LinearPart(const G4x4& a, const Triple& v, int j) {
 template <Form form, class Triple>
 double AffinePart(const G4x4& a, const Triple& v, int j) {
     return LinearPart<form>(a, v, j) + Element<form>(a, 3, j);
-}
-
-double ReciprocalWeight(double weight, const char* message) {
-    if (std::fabs(weight) >= kSmallestDivisor) {
-        return 1 / weight;
-    }
-    Gassert_debug(message);
-    return kUnbounded;
 }
 
 template <Form form>

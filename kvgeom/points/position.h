@@ -4,6 +4,8 @@
 #include <kvgeom/export.h>
 #include <kvgeom/points/vector.h>
 
+typedef struct tagGPosition2d GPosition2d;
+
 /// A point in the caller's length unit. (1e30, 1e30, 1e30) is the null position, which stands for
 /// the absence of a point.
 struct tagGPosition {
@@ -28,6 +30,12 @@ struct tagGPosition {
     KVGEOM_API tagGPosition& operator*=(const GTransf& t);
     /// The row form, as operator*(const G4x4&, const GPosition&) in mapping.h.
     KVGEOM_API tagGPosition& operator*=(const G4x4& a);
+
+    /// (x, y). A z beyond the distance tolerance passes "Convert2d: GPosition z coordinate >
+    /// distanceTolerance".
+    KVGEOM_API GPosition2d Convert2d() const;
+    /// Becomes (x, y, 0) of p.
+    KVGEOM_API void Convert3d(const GPosition2d& p);
 
     tagGPosition& operator+=(const GVector& v) {
         return *this = {m_x + v.m_x, m_y + v.m_y, m_z + v.m_z};

@@ -5,6 +5,7 @@
 #include <kvgeom/points/vector.h>
 
 typedef struct tagGPosition GPosition;
+typedef struct tagGUnitVector2d GUnitVector2d;
 
 /// A direction of unit length. One made by BuildUnitVector from components whose squares are normal
 /// numbers has a squared length within 1 +- 50 * DBL_EPSILON, or is (0, 0, 0), the null unit vector
@@ -44,6 +45,12 @@ struct tagGUnitVector {
     KVGEOM_API tagGUnitVector& operator*=(const GTransf& t);
     /// The row form, as operator*(const G4x4&, const GUnitVector&) in mapping.h.
     KVGEOM_API tagGUnitVector& operator*=(const G4x4& a);
+
+    /// BuildUnitVector2d of (x, y), with its message for a vector along z. A z beyond the distance
+    /// tolerance passes "Convert2d: GUnitvector z coordinate greater 0.0".
+    KVGEOM_API GUnitVector2d Convert2d() const;
+    /// Becomes (x, y, 0) of u.
+    KVGEOM_API void Convert3d(const GUnitVector2d& u);
 };
 typedef tagGUnitVector GUnitVector;
 

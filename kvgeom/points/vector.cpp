@@ -4,6 +4,7 @@
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/points/components.h>
 #include <kvgeom/points/direction.h>
+#include <kvgeom/points/division.h>
 #include <kvgeom/points/unit_vector.h>
 #include <kvgeom/points/vector.h>
 
@@ -18,10 +19,6 @@ int IsNullWithin(const GVector& v, double tol, double tol_squared) {
                    v % v <= tol_squared
                ? 1
                : 0;
-}
-
-double DivideByNearZero(double component) {
-    return component > 0 ? kUnbounded : -kUnbounded;
 }
 
 }  // namespace
@@ -74,7 +71,7 @@ GVector operator/(const GVector& v, double d) {
         return {v.m_x / d, v.m_y / d, v.m_z / d};
     }
     Gassert_debug("GVector: trying to divide by 0.0");
-    return {DivideByNearZero(v.m_x), DivideByNearZero(v.m_y), DivideByNearZero(v.m_z)};
+    return {DividedByNearZero(v.m_x), DividedByNearZero(v.m_y), DividedByNearZero(v.m_z)};
 }
 
 double GiveAngle(const GVector& a, const GVector& b) {

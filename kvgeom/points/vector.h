@@ -8,6 +8,7 @@
 typedef struct tagGMatrix GMatrix;
 typedef struct tagGTransf GTransf;
 typedef struct tagG4x4 G4x4;
+typedef struct tagGVector2d GVector2d;
 
 /// A free vector: an offset, a normal before normalising, a row of a matrix.
 struct tagGVector {
@@ -51,6 +52,12 @@ struct tagGVector {
     KVGEOM_API tagGVector& operator*=(const GTransf& t);
     /// The row form, as operator*(const G4x4&, const GVector&) in mapping.h.
     KVGEOM_API tagGVector& operator*=(const G4x4& a);
+
+    /// (x, y). A z beyond the distance tolerance passes "Convert2d: Gvector z coordinate greater
+    /// 0.0".
+    KVGEOM_API GVector2d Convert2d() const;
+    /// Becomes (x, y, 0) of v.
+    KVGEOM_API void Convert3d(const GVector2d& v);
 
     double GetLength() const { return std::sqrt(m_x * m_x + m_y * m_y + m_z * m_z); }
 
