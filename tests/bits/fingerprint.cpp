@@ -484,6 +484,206 @@ void RunProfiles(const Inputs& i) {
     Put("RtPrismRange", RtPrismRange(prism));
 }
 
+// The planar records are cut from those of space by hand: Convert2d is itself under test.
+struct PlanarInputs {
+    GVector2d v, w;
+    GUnitVector2d u, n;
+    GPosition2d p, q;
+    GMatrix2d m, k;
+    GTransf2d t, s;
+    GBox2d box, other;
+
+    explicit PlanarInputs(const Inputs& i)
+        : v{i.v.m_x, i.v.m_y},
+          w{i.w.m_x, i.w.m_y},
+          u{i.u.m_x, i.u.m_y},
+          n{i.n.m_x, i.n.m_y},
+          p{i.p.m_x, i.p.m_y},
+          q{i.q.m_x, i.q.m_y},
+          m{{{i.m.m_elements[0][0], i.m.m_elements[0][1]},
+             {i.m.m_elements[1][0], i.m.m_elements[1][1]}}},
+          k(Rotation2d(i.u.m_x, i.u.m_y)),
+          t{m, v, i.x, 1, 0, static_cast<unsigned char>(i.index % 2)},
+          s{k, w, i.y, 1, 1, 0},
+          box{{i.box.m_low.m_x, i.box.m_low.m_y}, {i.box.m_high.m_x, i.box.m_high.m_y}},
+          other{{i.other.m_low.m_x, i.other.m_low.m_y}, {i.other.m_high.m_x, i.other.m_high.m_y}} {
+        g_messages = Hash();
+    }
+};
+
+GTransf2d WithoutRotationFlag(GTransf2d t) {
+    t.m_hasRotation = 0;
+    return t;
+}
+
+void RunPlanarPoints(const Inputs& i) {
+    const PlanarInputs j(i);
+    Put("GVector2d []", j.v[i.index]);
+    Put("GUnitVector2d []", j.u[i.index]);
+    Put("GUnitVector2d GVector2d", GVector2d(j.u));
+    Put("GPosition2d []", j.p[i.index]);
+    Put("GVector2d::IsNull", j.v.IsNull());
+    Put("GVector2d::IsNull tol", j.v.IsNull(i.x));
+    Put("GVector2d::IsEqual", j.v.IsEqual(j.w));
+    Put("GVector2d::IsColinear", j.v.IsColinear(j.w));
+    Put("GVector2d::IsOrthogonal", j.v.IsOrthogonal(j.w));
+    Put("GVector2d::GetLength", j.v.GetLength());
+    GVector2d v = j.v;
+    Put("GVector2d +=", v += j.w);
+    Put("GVector2d -=", v -= j.u);
+    Put("GVector2d *= double", v *= i.x);
+    Put("GVector2d /= double", v /= i.y);
+    Put("GVector2d /", j.v / i.x);
+    Put("GVector2d %", j.v % j.w);
+    Put("GVector2d *", j.v * j.w);
+    GUnitVector2d u = j.u;
+    Put("GUnitVector2d +=", u += j.v);
+    Put("GUnitVector2d -=", u -= j.w);
+    Put("BuildUnitVector2d", BuildUnitVector2d(i.x, i.y));
+    Put("BuildUnitVector2d tol", BuildUnitVector2d(i.x, i.y, i.v.m_x, &g_err));
+    Put("BuildUnitVector2d points", BuildUnitVector2d(j.p, j.q));
+    Put("GetPerpVector2d", GetPerpVector2d(j.u));
+    Put("GPosition2d::IsEqual", j.p.IsEqual(j.q));
+    Put("GPosition2d::IsNull", j.p.IsNull());
+    Put("Interpolate 2d", Interpolate(i.x, j.p, j.q));
+    Put("GPosition2d + GVector2d", j.p + j.v);
+    Put("GVector2d + GPosition2d", j.v + j.p);
+    Put("GPosition2d - GVector2d", j.p - j.v);
+    GPosition2d p = j.p;
+    Put("GPosition2d +=", p += j.v);
+    Put("GPosition2d -=", p -= j.w);
+    Put("GPosition2d % GVector2d", j.p % j.v);
+    Put("GVector2d % GPosition2d", j.v % j.p);
+    Put("GDistance 2d", GDistance(j.p, j.q));
+    Put("GVector::Convert2d", i.v.Convert2d());
+    Put("GUnitVector::Convert2d", i.u.Convert2d());
+    Put("GPosition::Convert2d", i.p.Convert2d());
+    GVector v3;
+    v3.Convert3d(j.v);
+    Put("GVector::Convert3d", v3);
+    GUnitVector u3;
+    u3.Convert3d(j.u);
+    Put("GUnitVector::Convert3d", u3);
+    GPosition p3;
+    p3.Convert3d(j.p);
+    Put("GPosition::Convert3d", p3);
+}
+
+void RunPlanarMaps(const Inputs& i) {
+    const PlanarInputs j(i);
+    Put("BuildMatrix2d rows", BuildMatrix2d(j.v, j.w, 0));
+    Put("BuildMatrix2d columns", BuildMatrix2d(j.u, j.n, 1));
+    Put("GMatrix2d []", j.m[i.index]);
+    Put("GMatrix2d::IsEqual", j.m.IsEqual(j.k));
+    Put("GMatrix2d::IsNull", j.m.IsNull());
+    Put("GMatrix2d::IsIdentity", j.k.IsIdentity());
+    Put("GMatrix2d::IsEuclidean", j.k.IsEuclidean());
+    Put("GetDeterminant 2d", GetDeterminant(j.m));
+    Put("GMatrix2d::Transpose", j.m.Transpose());
+    Put("GMatrix2d *", j.m * j.k);
+    PutInPlace("GMatrix2d *=", j.m, j.k);
+    Put("Rotation2d", Rotation2d(i.x, i.y));
+    Put("Reflection2d", Reflection2d(j.u));
+    GMatrix2d out;
+    MakeOrthogonal(j.m, out, &g_err);
+    Put("MakeOrthogonal 2d", out);
+    Put("BuildTransf2d", BuildTransf2d(j.m, j.v, i.x, i.digits, 1, 300));
+    Put("GTransf2d::IsNull", j.t.IsNull());
+    Put("GTransf2d::IsIdentity", j.t.IsIdentity());
+    Put("GTransf2d::IsEqual", j.t.IsEqual(j.s));
+    Put("GTransf2d::IsInvertible", j.s.IsInvertible());
+    Put("GTransf2d::Inverse", j.t.Inverse());
+    Put("GTransf2d *", WithoutRotationFlag(j.t * j.s));
+    GTransf2d t = j.t;
+    Put("GTransf2d *=", WithoutRotationFlag(t *= j.s));
+    Put("ScaleTransf2d", ScaleTransf2d(i.x));
+    Put("ScaleTransf2d c", ScaleTransf2d(i.x, j.p));
+    Put("RotateTransf2d", RotateTransf2d(i.x, i.y));
+    Put("RotateTransf2d p", RotateTransf2d(i.x, i.y, j.p));
+    Put("ReflectTransf2d", ReflectTransf2d(j.u));
+    Put("ReflectTransf2d p", ReflectTransf2d(j.u, j.p));
+    Put("TranslateTransf2d", TranslateTransf2d(j.v));
+    Put("CoordinateTransf2d", CoordinateTransf2d(j.p, j.u, j.n));
+    G4x4 a = i.a;
+    a.m_matrix[0] = a.m_matrix[5] = i.x;
+    a.m_matrix[1] = -(a.m_matrix[4] = i.y);
+    a.m_matrix[8] = a.m_matrix[9] = i.tol * i.tol;
+    Put("ConvertG4x4ToGTransf2d", ConvertG4x4ToGTransf2d(a, t));
+    Put("ConvertG4x4ToGTransf2d t", WithoutRotationFlag(t));
+    Put("GTransf::Convert2d", i.t.Convert2d());
+    GTransf t3;
+    t3.Convert3d(j.t);
+    Put("GTransf::Convert3d", t3);
+}
+
+void RunPlanarMapping(const Inputs& i) {
+    const PlanarInputs j(i);
+    Put("GPosition2d * GMatrix2d", j.p * j.m);
+    Put("GMatrix2d * GPosition2d", j.m * j.p);
+    PutInPlace("GPosition2d *= GMatrix2d", j.p, j.m);
+    Put("GPosition2d * GTransf2d", j.p * j.t);
+    PutInPlace("GPosition2d *= GTransf2d", j.p, j.t);
+    Put("GPosition2d ^ GTransf2d", j.p ^ j.t);
+    Put("G4x4 * GPosition2d", i.a * j.p);
+    Put("GPosition2d * G4x4", j.p * i.a);
+    PutInPlace("GPosition2d *= G4x4", j.p, i.a);
+    Put("GVector2d * GMatrix2d", j.v * j.m);
+    Put("GMatrix2d * GVector2d", j.m * j.v);
+    PutInPlace("GVector2d *= GMatrix2d", j.v, j.m);
+    Put("GVector2d * GTransf2d", j.v * j.t);
+    PutInPlace("GVector2d *= GTransf2d", j.v, j.t);
+    Put("GVector2d ^ GTransf2d", j.v ^ j.t);
+    Put("GUnitVector2d * GMatrix2d", j.u * j.m);
+    Put("GMatrix2d * GUnitVector2d", j.m * j.u);
+    PutInPlace("GUnitVector2d *= GMatrix2d", j.u, j.m);
+    Put("GUnitVector2d * GTransf2d", j.u * j.t);
+    PutInPlace("GUnitVector2d *= GTransf2d", j.u, j.t);
+    Put("GUnitVector2d ^ GTransf2d", j.u ^ j.t);
+}
+
+void RunPlanarBoxes(const Inputs& i) {
+    const PlanarInputs j(i);
+    Put("BuildBox2d numbers", BuildBox2d(i.x, i.y));
+    Put("BuildBox2d point", BuildBox2d(j.p, i.digits));
+    Put("BuildBox2d four numbers", BuildBox2d(i.x, i.y, i.y, i.x));
+    Put("BuildBox2d corners", BuildBox2d(j.p, j.q));
+    std::array<GPosition2d, 5> points = {j.p, j.q, {i.x, i.y}, {i.y, i.x}, {i.x, i.tol}};
+    Put("BuildBox2d points", BuildBox2d(i.index, points.data()));
+    Put("GBox2d []", j.box[i.index]);
+    Put("GBox2d::IsNull", j.box.IsNull());
+    Put("GBox2d::IsEqual", j.box.IsEqual(j.other));
+    GBox2d a = j.box;
+    GBox2d b = j.other;
+    Put("GBox2d::IsIntersectTol", a.IsIntersectTol(b, i.x));
+    Put("GBox2d >> GPosition2d", j.box >> j.p);
+    Put("GBox2d >> GBox2d", j.box >> j.other);
+    Put("GBox2d << GBox2d", j.box << j.other);
+    Put("GPosition2d << GBox2d", j.q << j.box);
+    Put("GBox2d +=", a += j.v);
+    Put("GBox2d -=", a -= j.w);
+    Put("GBox2d * double", j.box * i.x);
+    Put("double * GBox2d", i.x * j.box);
+    Put("GBox2d / double", j.box / i.x);
+    Put("GBox2d |", j.box | j.other);
+    Put("GBox2d &", j.box & j.other);
+    Put("GBox2d |=", a |= b);
+    Put("GBox2d &=", a &= b);
+    Put("GBox2d *=", b *= i.x);
+    Put("GBox2d /=", b /= i.y);
+    std::array<GPosition2d, 4> corners;
+    j.box.GiveCorners(corners.data());
+    Put("GBox2d::GiveCorners", corners);
+    Put("GBox2d * GMatrix2d", j.box * j.m);
+    Put("GMatrix2d * GBox2d", j.m * j.box);
+    PutInPlace("GBox2d *= GMatrix2d", j.box, j.k);
+    Put("GBox2d * GTransf2d", j.box * j.t);
+    PutInPlace("GBox2d *= GTransf2d", j.box, j.s);
+    Put("GBox::Convert2d", i.box.Convert2d());
+    GBox box3;
+    box3.Convert3d(j.box);
+    Put("GBox::Convert3d", box3);
+}
+
 }  // namespace
 
 int main() {
@@ -494,9 +694,9 @@ int main() {
         const Inputs inputs(random);
         SetAssertHook(HashMessage);
         g_next_line = 0;
-        for (const auto run :
-             {RunKernel, RunPoints, RunMapping, RunMatrices, RunTransformations, RunHomogeneous,
-              RunBoxes, RunClipVolumes, RunBoreLines, RunProfiles}) {
+        for (const auto run : {RunKernel, RunPoints, RunMapping, RunMatrices, RunTransformations,
+                               RunHomogeneous, RunBoxes, RunClipVolumes, RunBoreLines, RunProfiles,
+                               RunPlanarPoints, RunPlanarMaps, RunPlanarMapping, RunPlanarBoxes}) {
             run(inputs);
         }
     }

@@ -41,7 +41,8 @@ std::vector<double> Numbers(const Record& record) {
     return numbers;
 }
 
-inline std::vector<double> Numbers(const GTransf& t) {
+template <class Transformation>
+std::vector<double> NumbersAndFlags(const Transformation& t) {
     std::vector<double> numbers = Numbers(t.m_matrix);
     for (const double x : Numbers(t.m_translation)) {
         numbers.push_back(x);
@@ -51,6 +52,12 @@ inline std::vector<double> Numbers(const GTransf& t) {
         numbers.push_back(flag);
     }
     return numbers;
+}
+inline std::vector<double> Numbers(const GTransf& t) {
+    return NumbersAndFlags(t);
+}
+inline std::vector<double> Numbers(const GTransf2d& t) {
+    return NumbersAndFlags(t);
 }
 
 /// The same as bits, so that zeros of both signs differ; all NaN are one.
