@@ -25,7 +25,8 @@ constexpr const char* kCommands =
     "  window   up to six planes, or a box: which objects lie inside, which cross\n"
     "  cone     a circle seen from an eye: its range, and the objects that this meets\n"
     "  frustum  a polygon seen from an eye: likewise\n"
-    "  prism    a polygon extruded: likewise\n\n"
+    "  prism    a polygon extruded: likewise\n"
+    "  plan     the model from above; with a window: which objects lie inside, which cross\n\n"
     "Exit status: 0 something was found, 1 nothing, 2 an error.";
 
 // The texts as they stand on the command line. Numbers are read by the parsers of numbers.h, whose
@@ -42,6 +43,7 @@ struct Texts {
     std::vector<std::string> planes;
     std::string planes_file;
     std::string box;
+    std::string window;
     std::string point;
     std::string direction;
     std::string front;
@@ -277,17 +279,24 @@ Request ParseCone(const Texts& texts) {
     return request;
 }
 
+// The low corner, then the high one, of a box of so many axes.
+std::vector<double> ParseCorners(const std::string& argument, const std::string& text,
+                                 size_t axes) {
+    const std::vector<double> numbers = ParseNumbers(argument, text, 2 * axes);
+    for (size_t i = 0; i < axes; ++i) {
+        if (numbers[i] > numbers[i + axes]) {
+            throw Failure(argument, "'" + text + "': low corner first, then the high one");
+        }
+    }
+    return numbers;
+}
+
 Request ParseWindow(const Texts& texts) {
     if (!texts.box.empty()) {
         if (!texts.planes.empty() || !texts.planes_file.empty()) {
             throw Failure("--box", "excludes --plane and --planes");
         }
-        const std::vector<double> n = ParseNumbers("--box", texts.box, 6);
-        for (size_t i = 0; i < 3; ++i) {
-            if (n[i] > n[i + 3]) {
-                throw Failure("--box", "'" + texts.box + "': low corner first, then the high one");
-            }
-        }
+        const std::vector<double> n = ParseCorners("--box", texts.box, 3);
         GBox box = BuildBox(n[0], n[1], n[2], n[3], n[4], n[5]);
         WindowRequest request;
         ConvertGBoxToGClipVolume(&box, &request.volume);
@@ -308,6 +317,15 @@ Request ParseWindow(const Texts& texts) {
         values.insert(values.end(), row.begin(), row.end());
     }
     return WindowRequest{BuildClipVolume(static_cast<unsigned>(rows.size()), values.data())};
+}
+
+Request ParsePlan(const Texts& texts) {
+    PlanRequest request = {ParseUpAxis(texts.up), std::nullopt};
+    if (!texts.window.empty()) {
+        const std::vector<double> n = ParseCorners("--window", texts.window, 2);
+        request.window = BuildBox2d(n[0], n[1], n[2], n[3]);
+    }
+    return request;
 }
 
 void AddBoreOptions(CLI::App& app, Texts& texts) {
@@ -362,6 +380,11 @@ void AddConeOptions(CLI::App& app, Texts& texts) {
     AddEyeOption(app, texts);
 }
 
+void AddPlanOptions(CLI::App& app, Texts& texts) {
+    app.add_option("--window", texts.window,
+                   "A window x1,y1,x2,y2 in the plan (x1,z1,x2,z2 if y points up)");
+}
+
 struct Command {
     const char* name;
     const char* description;
@@ -369,7 +392,7 @@ struct Command {
     Request (*parse)(const Texts&);
 };
 
-constexpr std::array<Command, 6> kCommandTable = {{
+constexpr std::array<Command, 7> kCommandTable = {{
     {"bore", "Which objects of a model may this pipe touch?", AddBoreOptions, ParseBore},
     {"fence", "Which objects may the space between two depths of a convex polygon touch?",
      AddPolygonOptions, ParseFence},
@@ -381,6 +404,8 @@ constexpr std::array<Command, 6> kCommandTable = {{
      AddFrustumOptions, ParseFrustum},
     {"prism", "Which objects' boxes meet the range of an extruded polygon?", AddPolygonOptions,
      ParsePrism},
+    {"plan", "What does the model look like from above, and what lies in a window of its plan?",
+     AddPlanOptions, ParsePlan},
 }};
 
 const Command* FindCommand(const std::string& name) {
@@ -414,7 +439,7 @@ std::optional<Arguments> ParseArguments(int argc, char** argv) {
     command.add_options(app, texts);
     app.add_flag("--json", arguments.json, "Print JSON instead of a table");
     app.add_option("--svg", arguments.svg, "Draw the model, the probe and what was found");
-    app.add_option("--up", texts.up, "Which axis points up in the drawing, y or z (y)");
+    app.add_option("--up", texts.up, "Which axis points up in drawing and plan, y or z (y)");
     try {
         app.parse(argc - skipped, argv + skipped);
     } catch (const CLI::Success& success) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <kvgeom/boxes/box2d.h>
 #include <kvgeom/boxes/clip_volume.h>
 #include <kvgeom/points/position.h>
 #include <kvgeom/points/unit_vector.h>
@@ -59,8 +60,14 @@ struct ConeRequest {
     GPosition eye;  ///< not between the front and the back plane
 };
 
+/// The model seen from above, in its two level coordinates: x and z if y points up, else x and y.
+struct PlanRequest {
+    UpAxis up;
+    std::optional<GBox2d> window;
+};
+
 using Request = std::variant<ListRequest, RouteRequest, LineRequest, FenceRequest, WindowRequest,
-                             ConeRequest, FrustumRequest, PrismRequest>;
+                             ConeRequest, FrustumRequest, PrismRequest, PlanRequest>;
 
 /// The command line, checked.
 struct Arguments {

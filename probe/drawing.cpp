@@ -3,6 +3,7 @@
 
 #include "probe/page.h"
 #include "probe/report.h"
+#include "probe/sheet.h"
 #include "probe/text.h"
 #include "probe/window_shape.h"
 
@@ -11,7 +12,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <filesystem>
 #include <map>
 #include <ostream>
 
@@ -19,26 +19,12 @@ namespace kvprobe {
 namespace {
 
 // Pixels.
-constexpr double kLegendWidth = 480;
-constexpr double kLegendRow = 44;
-// Of more objects than this the legend gives the names only, in closer rows.
-constexpr size_t kMostRowsWithDetails = 18;
-constexpr double kCloseLegendRow = 28;
 constexpr double kThinnestTube = 3;
-constexpr double kBadgeRadius = 12;
 constexpr double kBadgeDistance = 62;
 constexpr double kBadgeSpacing = 27;
 
 // How far a leg is drawn on either side of the model's middle, in diagonals of the model.
 constexpr double kLegReach = 0.62;
-
-constexpr size_t kLegendCharacters = 50;
-
-// A qualitative palette (Tableau's ten, less the grey and the reds, which the probe has).
-constexpr std::array<const char*, 8> kPalette = {"#4e79a7", "#f28e2b", "#59a14f", "#b07aa1",
-                                                 "#edc948", "#76b7b2", "#9c755f", "#ff9da7"};
-constexpr const char* kInsideColour = "#59a14f";
-constexpr const char* kCrossingColour = "#f28e2b";
 
 // The corners of the six sides of a box, by index as in GBox::GiveCorners.
 constexpr size_t kSides[6][4] = {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 1, 5, 4},
@@ -101,7 +87,7 @@ struct Found {
             case Relation::kCrosses:
                 return kCrossingColour;
             default:
-                return kPalette[static_cast<size_t>(number - 1) % kPalette.size()];
+                return PaletteColour(number);
         }
     }
 };
@@ -125,29 +111,20 @@ class Drawing {
         }
     }
 
-    double Width() const { return kSceneWidth + (m_found.empty() ? 0 : kLegendWidth); }
+    size_t CountFound() const { return m_found.size(); }
 
-    double Height() const {
-        const double legend =
-            kTitleHeight + 2 * kMargin + LegendRow() * static_cast<double>(m_found.size());
-        return std::max(kTitleHeight + kSceneHeight, legend);
-    }
-
-    void Draw() const {
+    void Draw(const Sheet& sheet) const {
         DrawWireframes();
         DrawFound();
         DrawShape();
         DrawRange();
         DrawLegs();
-        DrawBadges();
-        DrawLegend();
-        DrawAxes();
+        DrawBadges(sheet);
+        DrawLegend(sheet);
+        DrawAxes(sheet);
     }
 
   private:
-    bool LegendHasDetails() const { return m_found.size() <= kMostRowsWithDetails; }
-    double LegendRow() const { return LegendHasDetails() ? kLegendRow : kCloseLegendRow; }
-
     std::optional<Span> DrawnSpan(const GBoreLine& leg) const {
         const double middle = leg.Evaluate(Interpolate(0.5, m_model_box.m_low, m_model_box.m_high));
         const double reach = kLegReach * GDistance(m_model_box.m_low, m_model_box.m_high);
@@ -231,8 +208,9 @@ class Drawing {
 
     // A probe that is no pipe: its rings tinted, its edges strong.
     void DrawShape() const {
-        m_out << "<g stroke=\"#b3263a\" stroke-width=\"1.8\" stroke-linejoin=\"round\" "
-                 "stroke-linecap=\"round\" fill=\"#d8404f\" fill-opacity=\"0.1\">\n";
+        m_out << "<g stroke=\"" << kProbeColour << "\" fill=\"" << kProbeTint
+              << "\" stroke-width=\"1.8\" stroke-linejoin=\"round\" stroke-linecap=\"round\" "
+                 "fill-opacity=\"0.1\">\n";
         for (const Ring& ring : m_findings.shape.rings) {
             m_out << "<path d=\"" << RingPath(ring, m_page) << "\"/>\n";
         }
@@ -247,8 +225,8 @@ class Drawing {
         if (m_findings.range && !m_findings.range->IsNull()) {
             const Object range = {
                 "", *m_findings.range, {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}}};
-            m_out << "<path fill=\"none\" stroke=\"#b3263a\" stroke-width=\"1\" "
-                     "stroke-dasharray=\"5 4\" d=\""
+            m_out << "<path fill=\"none\" stroke=\"" << kProbeColour
+                  << "\" stroke-width=\"1\" stroke-dasharray=\"5 4\" d=\""
                   << Cuboid(range, m_page).EdgePath() << "\"/>\n";
         }
     }
@@ -279,7 +257,7 @@ class Drawing {
                 const Span within = {std::max(hit.enters, span->begin),
                                      std::min(hit.leaves, span->end)};
                 if (hit.leg == i && within.begin <= within.end) {
-                    DrawTube(leg, within, {"#7a1420", "#d8404f", "#ffd0d0"});
+                    DrawTube(leg, within, {"#7a1420", kProbeTint, "#ffd0d0"});
                 }
             }
         }
@@ -287,62 +265,44 @@ class Drawing {
     }
 
     // The numbers of the objects: beside a pipe where it meets them, else on the objects.
-    void DrawBadges() const {
-        std::vector<GPosition> taken;
+    void DrawBadges(const Sheet& sheet) const {
+        std::vector<GPosition2d> taken;
         if (m_findings.legs.empty()) {
             for (const auto& [object, found] : m_found) {
-                taken.push_back(FreePlace(Cuboid(m_objects[object], m_page).Centre(), taken));
-                DrawNumber(found, taken.back());
+                const GPosition centre = Cuboid(m_objects[object], m_page).Centre();
+                taken.push_back(FreePlace(OnPage(centre), taken));
+                sheet.Number(found.number, found.Colour(), taken.back());
             }
         }
         for (size_t i = 0; i < m_findings.legs.size(); ++i) {
             if (const std::optional<Span> span = DrawnSpan(m_findings.legs[i])) {
-                DrawBadges(i, *span);
+                DrawBadges(sheet, i, *span);
             }
         }
-    }
-
-    // The place nearest to the wanted one, on a spiral around it, where no other number stands.
-    static GPosition FreePlace(const GPosition& wanted, const std::vector<GPosition>& taken) {
-        constexpr int kMostTries = 200;
-        const GPosition flat = {wanted.m_x, wanted.m_y, 0};
-        GPosition place = flat;
-        for (int i = 1; i < kMostTries; ++i) {
-            const bool is_free = std::none_of(taken.begin(), taken.end(), [&](const GPosition& p) {
-                return GDistance(p, place) < 2 * kBadgeRadius;
-            });
-            if (is_free) {
-                break;
-            }
-            const double angle = 0.7 * i;
-            place = flat + 1.6 * angle * GVector{std::cos(angle), std::sin(angle), 0};
-        }
-        return place;
     }
 
     struct Badge {
         double along;  // pixels from the leg's begin on the page
-        GPosition anchor;
+        GPosition2d anchor;
         size_t object;
     };
 
     // In a row beside the leg, joined to the places they mean, pushed apart where they are many.
-    void DrawBadges(size_t leg_index, const Span& span) const {
+    void DrawBadges(const Sheet& sheet, size_t leg_index, const Span& span) const {
         const GBoreLine& leg = m_findings.legs[leg_index];
-        const GPosition from = leg.Evaluate(span.begin) * m_page;
-        GVector run = leg.Evaluate(span.end) * m_page - from;
-        run.m_z = 0;
-        run = run.GetLength() < 1 ? GVector{1, 0, 0} : run / run.GetLength();  // seen end on: aside
-        const GVector above = {run.m_y, -run.m_x, 0};
-        const GVector aside = above.m_y > 0 ? -above : above;
+        const GPosition2d from = OnPage(leg.Evaluate(span.begin) * m_page);
+        GVector2d run = OnPage(leg.Evaluate(span.end) * m_page) - from;
+        run = run.GetLength() < 1 ? GVector2d{1, 0} : run / run.GetLength();  // seen end on: aside
+        const GVector2d above = {run.m_y, -run.m_x};
+        const GVector2d aside = above.m_y > 0 ? -above : above;
 
         std::vector<Badge> badges;
         for (const Hit& hit : m_findings.hits) {
             if (hit.leg == leg_index) {
                 const double middle =
                     (std::max(hit.enters, span.begin) + std::min(hit.leaves, span.end)) / 2;
-                const GPosition anchor =
-                    leg.Evaluate(std::clamp(middle, span.begin, span.end)) * m_page;
+                const GPosition2d anchor =
+                    OnPage(leg.Evaluate(std::clamp(middle, span.begin, span.end)) * m_page);
                 badges.push_back({(anchor - from) % run, anchor, hit.object});
             }
         }
@@ -351,43 +311,24 @@ class Drawing {
         double last = -kBadgeSpacing;
         for (const Badge& badge : badges) {
             last = std::max(badge.along, last + kBadgeSpacing);
-            const GPosition centre =
+            const GPosition2d centre =
                 badge.anchor + (last - badge.along) * run + kBadgeDistance * aside;
             m_out << "<path d=\"M" << PathPoint(badge.anchor) << "L" << PathPoint(centre)
                   << "\" stroke=\"#333\" stroke-width=\"0.9\"/>\n<circle cx=\""
                   << Pixels(badge.anchor.m_x) << "\" cy=\"" << Pixels(badge.anchor.m_y)
                   << "\" r=\"2.2\" fill=\"#333\"/>\n";
-            DrawNumber(m_found.at(badge.object), centre);
+            const Found& found = m_found.at(badge.object);
+            sheet.Number(found.number, found.Colour(), centre);
         }
     }
 
-    void DrawNumber(const Found& found, const GPosition& centre) const {
-        m_out << "<circle cx=\"" << Pixels(centre.m_x) << "\" cy=\"" << Pixels(centre.m_y)
-              << "\" r=\"" << Pixels(kBadgeRadius) << "\" fill=\"" << found.Colour()
-              << "\" stroke=\"#fff\" stroke-width=\"1.5\"/>\n";
-        DrawText(found.number < 100 ? 12 : 10, "#fff", {centre.m_x, centre.m_y + 4.5, 0},
-                 std::to_string(found.number), "text-anchor=\"middle\" font-weight=\"bold\" ");
-    }
-
-    void DrawText(int size, const char* colour, const GPosition& at, const std::string& text,
-                  const char* style = "") const {
-        m_out << "<text x=\"" << Pixels(at.m_x) << "\" y=\"" << Pixels(at.m_y) << "\" " << style
-              << "font-size=\"" << size << "\" fill=\"" << colour << "\">" << XmlEscaped(text)
-              << "</text>\n";
-    }
-
-    void DrawLegend() const {
-        constexpr double kTextLeft = kSceneWidth + 34;
+    void DrawLegend(const Sheet& sheet) const {
+        std::vector<LegendEntry> entries;
         for (const auto& [object, found] : m_found) {
-            const double y = kTitleHeight + kMargin + LegendRow() * (found.number - 1);
-            DrawNumber(found, {kSceneWidth + kBadgeRadius, y, 0});
-            DrawText(13, "#222", {kTextLeft, LegendHasDetails() ? y - 2 : y + 5, 0},
-                     Shortened(m_objects[object].name, kLegendCharacters));
-            if (LegendHasDetails()) {
-                DrawText(12, "#667", {kTextLeft, y + 14, 0},
-                         m_findings.legs.empty() ? InWords(found.relation) : Spans(object));
-            }
+            entries.push_back({found.number, found.Colour(), m_objects[object].name,
+                               m_findings.legs.empty() ? InWords(found.relation) : Spans(object)});
         }
+        sheet.Legend(entries);
     }
 
     // Where an object is entered and left, leg by leg.
@@ -406,7 +347,7 @@ class Drawing {
     }
 
     // The directions of the model's axes, at the lower left.
-    void DrawAxes() const {
+    void DrawAxes(const Sheet& sheet) const {
         constexpr double kLength = 44;
         const GPosition origin = {70, kTitleHeight + kSceneHeight - 50, 0};
         const std::array<std::pair<const char*, GVector>, 3> axes = {
@@ -415,8 +356,8 @@ class Drawing {
             const GVector axis = direction * m_page * (kLength / m_page.m_scaling);
             m_out << "<path d=\"M" << PathPoint(origin) << "L" << PathPoint(origin + axis)
                   << "\" stroke=\"#555\" stroke-width=\"1.4\"/>\n";
-            DrawText(13, "#555", origin + 1.25 * axis + GVector{0, 4, 0}, name,
-                     "text-anchor=\"middle\" ");
+            sheet.Text(13, "#555", OnPage(origin + 1.25 * axis + GVector{0, 4, 0}), name,
+                       "text-anchor=\"middle\" ");
         }
     }
 
@@ -428,33 +369,13 @@ class Drawing {
     std::map<size_t, Found> m_found;
 };
 
-std::string Title(const Arguments& arguments, const std::vector<Object>& objects,
-                  const Findings& findings) {
-    const std::string model = Printable(std::filesystem::path(arguments.model).filename().string());
-    if (std::holds_alternative<ListRequest>(arguments.request)) {
-        return model + ": " + std::to_string(objects.size()) + " objects";
-    }
-    const std::string by_pipe =
-        findings.legs.empty() ? ""
-                              : " by a pipe of radius " + Decimal(findings.legs[0].m_radius, 3);
-    return model + ": " + Summary(objects, findings) + by_pipe;
-}
-
 }  // namespace
 
 void Draw(std::ostream& out, const Arguments& arguments, const std::vector<Object>& objects,
           const Findings& findings) {
     const Drawing drawing(out, arguments.up, objects, findings);
-    const std::string width = Pixels(drawing.Width());
-    const std::string height = Pixels(drawing.Height());
-    const std::string size = "width=\"" + width + "\" height=\"" + height + "\"";
-    out << "<svg xmlns=\"http://www.w3.org/2000/svg\" " << size << " viewBox=\"0 0 " << width << " "
-        << height << "\" font-family=\"DejaVu Sans, Helvetica, Arial, sans-serif\">\n<rect " << size
-        << " fill=\"#fcfcfa\"/>\n<text x=\"" << Pixels(kMargin)
-        << "\" y=\"48\" font-size=\"21\" fill=\"#222\">"
-        << XmlEscaped(Title(arguments, objects, findings)) << "</text>\n";
-    drawing.Draw();
-    out << "</svg>\n";
+    const Sheet sheet(out, Title(arguments, objects, findings), drawing.CountFound());
+    drawing.Draw(sheet);
 }
 
 }  // namespace kvprobe

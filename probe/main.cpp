@@ -3,6 +3,7 @@
 #include "probe/drawing.h"
 #include "probe/failure.h"
 #include "probe/model.h"
+#include "probe/plan_drawing.h"
 #include "probe/probing.h"
 #include "probe/report.h"
 
@@ -30,7 +31,7 @@ void WriteDrawing(const Arguments& arguments, const std::vector<Object>& objects
         return;
     }
     std::ofstream file(arguments.svg);
-    Draw(file, arguments, objects, findings);
+    (findings.plan ? DrawPlan : Draw)(file, arguments, objects, findings);
     file.close();
     if (!file) {
         throw Failure("--svg", "'" + arguments.svg + "' can't be written");
@@ -47,8 +48,11 @@ int Run(int argc, char** argv) {
     const auto read = std::chrono::steady_clock::now();
     const Findings findings = Probe(arguments->request, objects);
     const auto probed = std::chrono::steady_clock::now();
-    const bool lists = std::holds_alternative<ListRequest>(arguments->request);
-    if (lists) {
+    const bool lists_plan = findings.plan && !findings.plan->window;
+    const bool lists = std::holds_alternative<ListRequest>(arguments->request) || lists_plan;
+    if (lists_plan) {
+        PrintPlan(std::cout, objects, *findings.plan, arguments->json);
+    } else if (lists) {
         PrintList(std::cout, objects, arguments->json);
     } else {
         PrintFindings(std::cout, *arguments, objects, findings,

@@ -44,8 +44,16 @@ std::string Pixels(double value) {
     return Decimal(value, 2);
 }
 
-std::string PathPoint(const GPosition& p) {
+GPosition2d OnPage(const GPosition& p) {
+    return {p.m_x, p.m_y};
+}
+
+std::string PathPoint(const GPosition2d& p) {
     return Pixels(p.m_x) + "," + Pixels(p.m_y);
+}
+
+std::string PathPoint(const GPosition& p) {
+    return PathPoint(OnPage(p));
 }
 
 }  // namespace kvprobe

@@ -5,6 +5,7 @@
 
 #include <kvgeom/boxes/box.h>
 #include <kvgeom/maps/transf.h>
+#include <kvgeom/points/position2d.h>
 
 #include <string>
 
@@ -25,7 +26,11 @@ GTransf FitToPage(const GTransf& view, const GBox& bounds);
 /// A length on the page.
 std::string Pixels(double value);
 
+/// A point of the view, seen on the page: without its depth.
+GPosition2d OnPage(const GPosition& p);
+
 /// A point on the page, as path data have it.
+std::string PathPoint(const GPosition2d& p);
 std::string PathPoint(const GPosition& p);
 
 }  // namespace kvprobe

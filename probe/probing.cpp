@@ -158,6 +158,13 @@ void MeetRange(const GBox& range, const std::vector<Object>& objects, Findings& 
         findings);
 }
 
+// The object's box in the model, laid flat: y upwards leaves x and z, z upwards x and y.
+GBox2d PlanBox(const Object& object, UpAxis up) {
+    const GMatrix flat = up == UpAxis::kY ? GMatrix{{{1, 0, 0}, {0, 0, 0}, {0, 1, 0}}}
+                                          : GMatrix{{{1, 0, 0}, {0, 1, 0}, {0, 0, 0}}};
+    return (ModelBox(object) * flat).Convert2d();
+}
+
 // One overload for each kind of request.
 struct Prober {
     const std::vector<Object>& objects;
@@ -263,6 +270,23 @@ struct Prober {
         Findings findings;
         findings.shape = Sweep(top, base);
         MeetRange(RtPrismRange(prism), objects, findings);
+        return findings;
+    }
+
+    Findings operator()(const PlanRequest& request) const {
+        Plan plan = {request.up, {}, request.window};
+        for (const Object& object : objects) {
+            plan.boxes.push_back(PlanBox(object, request.up));
+        }
+        Findings findings;
+        for (size_t i = 0; plan.window && i < objects.size(); ++i) {
+            if (*plan.window >> plan.boxes[i]) {
+                findings.hits.push_back({i, Relation::kInside});
+            } else if (plan.window->IsIntersectTol(plan.boxes[i], GetDistanceTolerance())) {
+                findings.hits.push_back({i, Relation::kCrosses});
+            }
+        }
+        findings.plan = plan;
         return findings;
     }
 

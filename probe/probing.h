@@ -36,11 +36,19 @@ struct Shape {
     std::vector<Segment> edges;
 };
 
+/// The model from above.
+struct Plan {
+    UpAxis up;
+    std::vector<GBox2d> boxes;  ///< of all objects
+    std::optional<GBox2d> window;
+};
+
 struct Findings {
     std::vector<GBoreLine> legs;  ///< of a pipe
     Shape shape;                  ///< of any other probe
     std::optional<GBox> range;    ///< of a cone, frustum or prism
-    std::vector<Hit> hits;        ///< a pipe's leg by leg, sorted by where they are entered
+    std::optional<Plan> plan;
+    std::vector<Hit> hits;  ///< a pipe's leg by leg, sorted by where they are entered
 };
 
 /// Carries out the request. Of a pipe, the boxes count enlarged by its radius, and what lies beyond

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <filesystem>
 #include <ostream>
 
 namespace kvprobe {
@@ -58,6 +59,10 @@ Json BoxJson(const GBox& box) {
     return {{"low", Triple(box.m_low)}, {"high", Triple(box.m_high)}};
 }
 
+Json PlanBoxJson(const GBox2d& box) {
+    return {{"low", {box.m_low.m_x, box.m_low.m_y}}, {"high", {box.m_high.m_x, box.m_high.m_y}}};
+}
+
 // The path of the model is the caller's: what isn't UTF-8 in it is replaced.
 void Print(std::ostream& out, const Json& json) {
     out << json.dump(kJsonIndent, ' ', false, Json::error_handler_t::replace) << '\n';
@@ -83,6 +88,9 @@ Json FindingsJson(const Arguments& arguments, const std::vector<Object>& objects
     }
     if (findings.range) {
         json["range"] = BoxJson(*findings.range);
+    }
+    if (findings.plan) {
+        json["window"] = PlanBoxJson(*findings.plan->window);
     }
     json["hits"] = Json::array();
     for (const Hit& hit : findings.hits) {
@@ -156,6 +164,26 @@ void PrintList(std::ostream& out, const std::vector<Object>& objects, bool json)
     out << Counted(objects.size(), "object") << '\n';
 }
 
+void PrintPlan(std::ostream& out, const std::vector<Object>& objects, const Plan& plan, bool json) {
+    if (json) {
+        Json list = Json::array();
+        for (size_t i = 0; i < objects.size(); ++i) {
+            list.push_back({{"object", objects[i].name}, {"plan", PlanBoxJson(plan.boxes[i])}});
+        }
+        Print(out, {{"objects", list}});
+        return;
+    }
+    const char* const second = plan.up == UpAxis::kY ? "z" : "y";
+    std::vector<Row> rows = {{"object", "low x", second, "high x", second}};
+    for (size_t i = 0; i < objects.size(); ++i) {
+        const GBox2d& box = plan.boxes[i];
+        rows.push_back({objects[i].name, Length(box.m_low.m_x), Length(box.m_low.m_y),
+                        Length(box.m_high.m_x), Length(box.m_high.m_y)});
+    }
+    PrintTable(out, rows, "lrrrr");
+    out << Counted(objects.size(), "object") << '\n';
+}
+
 const char* InWords(Relation relation) {
     switch (relation) {
         case Relation::kInside:
@@ -174,7 +202,7 @@ std::string Summary(const std::vector<Object>& objects, const Findings& findings
     const std::string of_objects = " of " + Counted(objects.size(), "object");
     const size_t inside = Count(findings.hits, Relation::kInside);
     const size_t crossing = Count(findings.hits, Relation::kCrosses);
-    if (inside + crossing > 0) {
+    if (findings.plan || inside + crossing > 0) {
         return std::to_string(inside) + of_objects + " inside, " + std::to_string(crossing) +
                " crossing";
     }
@@ -201,6 +229,21 @@ void PrintFindings(std::ostream& out, const Arguments& arguments,
         << (findings.legs.empty() ? "" : " on " + Counted(findings.legs.size(), "leg"))
         << " (probed in " << Milliseconds(times.probing) << ", model read in "
         << Milliseconds(times.reading) << ")\n";
+}
+
+std::string Title(const Arguments& arguments, const std::vector<Object>& objects,
+                  const Findings& findings) {
+    const std::string model = Printable(std::filesystem::path(arguments.model).filename().string());
+    if (std::holds_alternative<ListRequest>(arguments.request)) {
+        return model + ": " + Counted(objects.size(), "object");
+    }
+    if (findings.plan && !findings.plan->window) {
+        return model + ": the plan of " + Counted(objects.size(), "object");
+    }
+    const std::string by_pipe =
+        findings.legs.empty() ? ""
+                              : " by a pipe of radius " + Decimal(findings.legs[0].m_radius, 3);
+    return model + ": " + Summary(objects, findings) + by_pipe;
 }
 
 }  // namespace kvprobe

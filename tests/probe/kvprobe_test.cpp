@@ -667,6 +667,90 @@ TEST(Kvprobe, DrawsEveryKindOfProbe) {
     }
 }
 
+// The plan against the boxes in space, by plain comparisons.
+TEST(Kvprobe, LaysTheModelFlatAndTellsWhatAWindowHolds) {
+    const Json objects = CallJson(HOUSE " --list")["objects"];
+    const struct {
+        std::string up;
+        int second;
+        double window[4];
+    } rows[] = {{"", 2, {3.9, -9.8, 7.6, -5.6}}, {" --up z", 1, {3.9, -0.5, 7.6, 2.9}}};
+    for (const auto& row : rows) {
+        const Json plan = CallJson("plan " HOUSE + row.up)["objects"];
+        ASSERT_EQ(plan.size(), objects.size());
+        const auto& [x1, y1, x2, y2] = row.window;
+        std::ostringstream window;
+        window << " --window " << x1 << "," << y1 << "," << x2 << "," << y2;
+        const Json hits = CallJson("plan " HOUSE + row.up + window.str())["hits"];
+        std::set<std::string> inside;
+        std::set<std::string> crossing;
+        for (size_t i = 0; i < objects.size(); ++i) {
+            const Json& low = objects[i]["box"]["low"];
+            const Json& high = objects[i]["box"]["high"];
+            EXPECT_EQ(plan[i]["object"], objects[i]["object"]);
+            EXPECT_EQ(plan[i]["plan"]["low"], (Json{low[0], low[row.second]}));
+            EXPECT_EQ(plan[i]["plan"]["high"], (Json{high[0], high[row.second]}));
+            if (low[0] > x1 && low[row.second] > y1 && high[0] < x2 && high[row.second] < y2) {
+                inside.insert(objects[i]["object"]);
+            } else if (low[0] < x2 && low[row.second] < y2 && high[0] > x1 &&
+                       high[row.second] > y1) {
+                crossing.insert(objects[i]["object"]);
+            }
+        }
+        EXPECT_GT(inside.size(), 5U);
+        EXPECT_GT(crossing.size(), 5U);
+        EXPECT_EQ(NamesOf(hits, "inside"), inside);
+        EXPECT_EQ(NamesOf(hits, "crosses"), crossing);
+    }
+    const Outcome far = Call("plan " HOUSE " --window 100,100,101,101");
+    EXPECT_EQ(far.status, 1);
+    EXPECT_NE(far.out.find("0 of 110 objects inside, 0 crossing"), std::string::npos) << far.out;
+    EXPECT_EQ(Call("plan " HOUSE).status, 0);
+}
+
+TEST(Kvprobe, DrawsThePlanToScale) {
+    const Scratch scratch;
+    const std::string svg = scratch.Path("plan.svg");
+    const auto draw = [&svg](const std::string& arguments) {
+        EXPECT_EQ(Call("plan " HOUSE + arguments + " --svg " + svg).status, 0);
+        pugi::xml_document document;
+        EXPECT_TRUE(document.load_file(svg.c_str()));
+        return document;
+    };
+    const auto titled = [](const pugi::xml_document& document, const std::string& title) {
+        return document.select_node(("//rect[starts-with(title, '" + title + "')]").c_str()).node();
+    };
+    const auto number = [](const pugi::xml_node& node, const char* name) {
+        return node.attribute(name).as_double();
+    };
+    const std::string site = "IfcSite";          // 18 units by 16
+    const std::string roof = "IfcSlab_Dach-1_";  // at the lower z, the higher y
+    const std::string floor = "IfcSlab_Bodenplatte";
+    const pugi::xml_document plan = draw(" --window 3.9,-9.8,7.6,-5.6");
+    EXPECT_EQ(plan.select_nodes("/svg/g/rect").size(), 110U);
+    const double scale = number(titled(plan, site), "width") / 18;
+    EXPECT_NEAR(number(titled(plan, site), "height"), 16 * scale, 0.02);
+    EXPECT_NEAR(number(titled(plan, "scale"), "width"), 2 * scale, 0.02);
+    EXPECT_NEAR(number(titled(plan, "window"), "width"), 3.7 * scale, 0.02);
+    EXPECT_NEAR(number(titled(plan, "window"), "x") - number(titled(plan, floor), "x"), 3.9 * scale,
+                0.02);
+    EXPECT_LT(number(titled(plan, roof), "y"), number(titled(plan, floor), "y"));
+    for (const char* const label : {"0", "2", "4", "-2", "30"}) {
+        const std::string text = "//text[text()='" + std::string(label) + "']";
+        EXPECT_GE(plan.select_nodes(text.c_str()).size(), 1U) << label;
+    }
+    for (const pugi::xpath_node& node : plan.select_nodes("//rect")) {
+        const pugi::xml_node r = node.node();
+        EXPECT_GE(number(r, "x"), 0);
+        EXPECT_GE(number(r, "y"), 0);
+        EXPECT_LE(number(r, "x") + number(r, "width"), number(plan.child("svg"), "width"));
+        EXPECT_LE(number(r, "y") + number(r, "height"), number(plan.child("svg"), "height"));
+    }
+    // With z upwards, y points up the page.
+    const pugi::xml_document upright = draw(" --up z");
+    EXPECT_LT(number(titled(upright, roof), "y"), number(titled(upright, floor), "y"));
+}
+
 TEST(Kvprobe, RefusesMalformedVolumesAndNumberFiles) {
     const Scratch scratch;
     const std::string depths = " --front 2 --back 1";
@@ -704,6 +788,9 @@ TEST(Kvprobe, RefusesMalformedVolumesAndNumberFiles) {
                                                       "1 0 0 1\n1 0 0 2\n1 0 0 3\n1 0 0 "
                                                       "4\n1 0 0 5\n1 0 0 6\n1 0 0 7\n"),
          "seven.txt: 7 planes"},
+        {"plan " HOUSE " --window 0,0,1", "--window: '0,0,1' has 3 numbers, not 4"},
+        {"plan " HOUSE " --window 0,2,1,1", "--window: '0,2,1,1': low corner first"},
+        {"plan " HOUSE " --up x", "--up: 'x' is neither y nor z"},
         {"cone " HOUSE " --point 1,2,3 --direction 1,0,0 --front 1 --back 2 --eye 0,0,0",
          "--front: '1' is less than --back"},
         {"cone " HOUSE " --point 1,2,3 --direction 0,0,0 --front 2 --back 1 --eye 0,0,0",
