@@ -9,8 +9,11 @@
 #include <kvgeom/boxes/box_mapping.h>
 #include <kvgeom/boxes/clip_volume.h>
 #include <kvgeom/kernel/assertion_hook.h>
+#include <kvgeom/kernel/assertion_log.h>
+#include <kvgeom/kernel/debug_switches.h>
 #include <kvgeom/kernel/rounding.h>
 #include <kvgeom/kernel/tolerances.h>
+#include <kvgeom/kernel/validation_flags.h>
 #include <kvgeom/kernel/validity.h>
 #include <kvgeom/maps/g4x4.h>
 #include <kvgeom/maps/g4x4_builders.h>

@@ -164,8 +164,31 @@ void RunKernel(const Inputs& i) {
     Put("SetDistanceTolerance", GetDistanceTolerance());
     SetDistanceTolerance(1e-6, &g_err);
     Put("SetDistanceTolerance back", GetDistanceTolerance());
-    Gassert_valid(i.u);
-    Put("Gassert_valid", 0);
+}
+
+// The checks pass nothing but messages.
+void RunValidity(const Inputs& i) {
+    const auto put = [](const char* name, const auto& record) {
+        Gassert_valid(record);
+        Put(name, 0);
+    };
+    put("Gassert_valid GPosition", i.p);
+    put("Gassert_valid GUnitVector", i.u);
+    put("Gassert_valid GBox", i.box);
+    put("Gassert_valid G4x4", i.a);
+    put("Gassert_valid GBoreLine", i.l);
+    put("Gassert_valid GBoreCone", GBoreCone{i.l, i.p});
+    int flag;
+    Gassert_valid(i.v, &flag);
+    Put("Gassert_valid GVector", flag);
+    Gassert_valid(i.m, &flag);
+    Put("Gassert_valid GMatrix", flag);
+    Gassert_valid(i.t, &flag);
+    Put("Gassert_valid GTransf", flag);
+    std::array<GPosition, 5> points = i.profile;
+    put("Gassert_valid GPtFence", i.Fence(points));
+    put("Gassert_valid GPtFrustum", GPtFrustum{i.Fence(points), i.q});
+    put("Gassert_valid GRtPrism", GRtPrism{i.t, points.data(), i.index, i.y});
 }
 
 void RunPoints(const Inputs& i) {
@@ -694,9 +717,10 @@ int main() {
         const Inputs inputs(random);
         SetAssertHook(HashMessage);
         g_next_line = 0;
-        for (const auto run : {RunKernel, RunPoints, RunMapping, RunMatrices, RunTransformations,
-                               RunHomogeneous, RunBoxes, RunClipVolumes, RunBoreLines, RunProfiles,
-                               RunPlanarPoints, RunPlanarMaps, RunPlanarMapping, RunPlanarBoxes}) {
+        for (const auto run :
+             {RunKernel, RunValidity, RunPoints, RunMapping, RunMatrices, RunTransformations,
+              RunHomogeneous, RunBoxes, RunClipVolumes, RunBoreLines, RunProfiles, RunPlanarPoints,
+              RunPlanarMaps, RunPlanarMapping, RunPlanarBoxes}) {
             run(inputs);
         }
     }

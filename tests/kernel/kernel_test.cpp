@@ -138,37 +138,5 @@ TEST(KVRoundValue, PrintsWholeNumbersOrNothing) {
     EXPECT_EQ(std::strlen(longest.c_str()), 1U + 309U + 1U + 9U);
 }
 
-TEST(Validity, TellsWhatIsWrongWithAUnitVector) {
-    const char* const invalid = "GUnitVector has an invalid coordinate";
-    const char* const null = "GUnitVector: using a NULL unit vector";
-    const char* const not_unit = "GUnitVector: vector is not a unit vector";
-    const struct {
-        GUnitVector u;
-        Messages expected;
-    } rows[] = {
-        {{0, 0, 1}, {}},
-        {{0.6, 0, -0.8}, {}},
-        {{0, 0, 1 + 1e-15}, {}},
-        {{0, 0, 1 + 1e-13}, {not_unit}},
-        {{0, 0, 0}, {null}},
-        {{0, 1e-15, 0}, {null}},
-        {{0, 2e-14, 0}, {not_unit}},
-        {{2, 0, 0}, {not_unit}},
-        {{1e200, 0, 0}, {not_unit}},
-        {{0x1p-665, 0, 0}, {null}},
-        {{Down(0x1p-665), 0, 0}, {invalid}},
-        {{0, -Down(0x1p-665), 1}, {invalid}},
-        {{0, 0, 4.9e-324}, {invalid}},
-        {{kNaN, kInf, 0}, {invalid}},
-        {{0, -kInf, 0}, {invalid}},
-        {{0, 0, kNaN}, {invalid}},
-    };
-    MessageRecorder recorder;
-    for (const auto& row : rows) {
-        Gassert_valid(row.u);
-        EXPECT_EQ(recorder.Take(), row.expected) << row.u.m_x << row.u.m_y << row.u.m_z;
-    }
-}
-
 }  // namespace
 }  // namespace kvgeom::test
