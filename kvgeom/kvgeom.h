@@ -33,6 +33,7 @@
 #include <kvgeom/points/unit_vector2d.h>
 #include <kvgeom/points/vector.h>
 #include <kvgeom/points/vector2d.h>
+#include <kvgeom/textio/text_format.h>
 #include <kvgeom/volumes/bore_cone.h>
 #include <kvgeom/volumes/bore_line.h>
 #include <kvgeom/volumes/bore_line_mapping.h>

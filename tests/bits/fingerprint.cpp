@@ -154,6 +154,31 @@ void PutPrism(const char* name, const GRtPrism& prism, const std::array<GPositio
     Put(name, room);
 }
 
+// The written text takes part like a message. For records of input numbers alone: of a NaN that was
+// computed the sign, which is written, is nobody's promise.
+template <class Record>
+void PutText(const char* name, const Record& record) {
+    static std::FILE* const file = std::tmpfile();
+    std::rewind(file);
+    GPrint_to_File(file, record, &g_err);
+    const long size = std::ftell(file);
+    std::rewind(file);
+    std::string text(static_cast<size_t>(size), ' ');
+    HashMessage(text.substr(0, std::fread(text.data(), 1, text.size(), file)).c_str());
+    Put(name, size);
+}
+
+// The record as read from a line of numbers.
+template <class Record>
+void PutRead(const char* name, const char* numbers, Record record) {
+    static std::FILE* const file = std::tmpfile();
+    std::rewind(file);
+    std::fputs(numbers, file);
+    std::rewind(file);
+    GRead_from_File(file, record, &g_err);
+    Put(name, record);
+}
+
 void RunKernel(const Inputs& i) {
     double rounded;
     char text[40] = {};
@@ -707,6 +732,24 @@ void RunPlanarBoxes(const Inputs& i) {
     Put("GBox::Convert3d", box3);
 }
 
+void RunText(const Inputs& i) {
+    const GPosition points[2] = {{i.x, i.y, 0.1}, {0.2, i.y, i.x}};
+    const GUnitVector direction = {i.v.m_x, i.v.m_y, i.v.m_z};
+    PutText("GPrint_to_File GBox", GBox{points[0], points[1]});
+    PutText("GPrint_to_File GMatrix", i.m);
+    PutText("GPrint_to_File G4x4", i.b);
+    PutText("GPrint_to_File GTransf", BuildTransf(i.m, i.v, i.x, i.digits, 1, 255));
+    const GBoreLine line = {i.p, direction, i.x, i.y, i.q.m_x};
+    PutText("GPrint_to_File GBoreCone", GBoreCone{line, i.q});
+    std::array<GPosition, 5> room = i.profile;
+    const GPtFence fence = {room.size(), room.data(), direction, i.x, i.y};
+    PutText("GPrint_to_File GPtFrustum", GPtFrustum{fence, i.q});
+    char numbers[200];
+    std::snprintf(numbers, sizeof numbers, "%.17g %d 3 x 4", i.tol, i.digits);
+    PutRead("GRead_from_File GBox", numbers, i.box);
+    PutRead("GRead_from_File GMatrix2d", numbers, GMatrix2d{{{i.y, i.x}, {i.x, i.y}}});
+}
+
 }  // namespace
 
 int main() {
@@ -720,7 +763,7 @@ int main() {
         for (const auto run :
              {RunKernel, RunValidity, RunPoints, RunMapping, RunMatrices, RunTransformations,
               RunHomogeneous, RunBoxes, RunClipVolumes, RunBoreLines, RunProfiles, RunPlanarPoints,
-              RunPlanarMaps, RunPlanarMapping, RunPlanarBoxes}) {
+              RunPlanarMaps, RunPlanarMapping, RunPlanarBoxes, RunText}) {
             run(inputs);
         }
     }
