@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/fixed_maps.h>
+#include <kvgeom/maps/similarity.h>
 #include <kvgeom/maps/transf.h>
 #include <kvgeom/points/from_origin.h>
-#include <kvgeom/points/linear_forms.h>
 #include <kvgeom/points/position.h>
 
 #include <cmath>
@@ -61,13 +60,7 @@ int GTransf::IsIdentity() const {
 }
 
 int GTransf::IsEqual(const GTransf& other) const {
-    if (!(std::fabs(m_scaling - other.m_scaling) <= RelativeTolerance())) {
-        return 0;
-    }
-    return m_hasReflection == other.m_hasReflection && m_translation.IsEqual(other.m_translation) &&
-                   m_matrix.IsEqual(other.m_matrix)
-               ? 1
-               : 0;
+    return AreEqual(*this, other) ? 1 : 0;
 }
 
 int GTransf::IsInvertible() const {
@@ -75,16 +68,7 @@ int GTransf::IsInvertible() const {
 }
 
 GTransf GTransf::Inverse() const {
-    GTransf result = *this;
-    result.m_matrix = m_matrix.Transpose();
-    if (std::fabs(m_scaling) < kSmallestDivisor) {
-        Gassert_debug("GTransf: m_scaling is 0.0");
-        result.m_scaling = kUnbounded;
-    } else {
-        result.m_scaling = 1 / m_scaling;
-    }
-    result.m_translation = RowForm(-m_translation, result.m_matrix) * result.m_scaling;
-    return result;
+    return InverseOf(*this);
 }
 
 GTransf& GTransf::operator*=(const GTransf& b) {
@@ -102,19 +86,9 @@ GTransf BuildTransf(const GMatrix& m, const GVector& t, double scaling, int hasR
 }
 
 GTransf operator*(const GTransf& a, const GTransf& b) {
-    GTransf result;
-    result.m_matrix = a.m_matrix * b.m_matrix;
-    result.m_translation = RowForm(a.m_translation, b.m_matrix) * b.m_scaling + b.m_translation;
-    result.m_scaling = a.m_scaling * b.m_scaling;
-    // Two rotations may cancel; one alone can't.
-    const bool both_rotate = a.m_hasRotation && b.m_hasRotation;
-    const bool rotates = both_rotate
-                             ? HasAngleBeyond(Decompose(result.m_matrix), RelativeTolerance())
-                             : a.m_hasRotation || b.m_hasRotation;
-    result.m_hasRotation = rotates ? 1 : 0;
-    result.m_hasReflection = a.m_hasReflection != b.m_hasReflection ? 1 : 0;
-    result.m_hasShear = a.m_hasShear || b.m_hasShear ? 1 : 0;
-    return result;
+    return Composed(a, b, [](const GTransf& composed) {
+        return HasAngleBeyond(Decompose(composed.m_matrix), RelativeTolerance());
+    });
 }
 
 long GetRotAngles(const GTransf& t, double* a, double* b, double* c, GPosition& origin) {

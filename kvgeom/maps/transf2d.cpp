@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/fixed_maps2d.h>
+#include <kvgeom/maps/similarity.h>
 #include <kvgeom/maps/transf2d.h>
-#include <kvgeom/points/linear_forms2d.h>
 
 #include <cmath>
 
@@ -19,13 +18,7 @@ int GTransf2d::IsIdentity() const {
 }
 
 int GTransf2d::IsEqual(const GTransf2d& other) const {
-    if (!(std::fabs(m_scaling - other.m_scaling) <= RelativeTolerance())) {
-        return 0;
-    }
-    return m_hasReflection == other.m_hasReflection && m_translation.IsEqual(other.m_translation) &&
-                   m_matrix.IsEqual(other.m_matrix)
-               ? 1
-               : 0;
+    return AreEqual(*this, other) ? 1 : 0;
 }
 
 int GTransf2d::IsInvertible() const {
@@ -33,16 +26,7 @@ int GTransf2d::IsInvertible() const {
 }
 
 GTransf2d GTransf2d::Inverse() const {
-    GTransf2d result = *this;
-    result.m_matrix = m_matrix.Transpose();
-    if (std::fabs(m_scaling) < kSmallestDivisor) {
-        Gassert_debug("GTransf: m_scaling is 0.0");
-        result.m_scaling = kUnbounded;
-    } else {
-        result.m_scaling = 1 / m_scaling;
-    }
-    result.m_translation = RowForm(-m_translation, result.m_matrix) * result.m_scaling;
-    return result;
+    return InverseOf(*this);
 }
 
 GTransf2d& GTransf2d::operator*=(const GTransf2d& b) {
@@ -60,20 +44,10 @@ GTransf2d BuildTransf2d(const GMatrix2d& m, const GVector2d& t, double scaling, 
 }
 
 GTransf2d operator*(const GTransf2d& a, const GTransf2d& b) {
-    GTransf2d result;
-    result.m_matrix = a.m_matrix * b.m_matrix;
-    result.m_translation = RowForm(a.m_translation, b.m_matrix) * b.m_scaling + b.m_translation;
-    result.m_scaling = a.m_scaling * b.m_scaling;
-    // Two rotations may cancel; one alone can't.
-    bool rotates = a.m_hasRotation || b.m_hasRotation;
-    if (a.m_hasRotation && b.m_hasRotation) {
+    return Composed(a, b, [](const GTransf2d& composed) {
         long err;
-        rotates = !(std::fabs(GiveRotAngle(result, &err)) <= RelativeTolerance());
-    }
-    result.m_hasRotation = rotates ? 1 : 0;
-    result.m_hasReflection = a.m_hasReflection != b.m_hasReflection ? 1 : 0;
-    result.m_hasShear = a.m_hasShear || b.m_hasShear ? 1 : 0;
-    return result;
+        return !(std::fabs(GiveRotAngle(composed, &err)) <= RelativeTolerance());
+    });
 }
 
 double GiveRotAngle(const GTransf2d& t, long*) {
