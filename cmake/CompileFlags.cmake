@@ -3,9 +3,11 @@
 # The same inputs give the same bits in every build, so no compiler may fuse a multiplication with an
 # addition, and 32-bit x86 computes in SSE registers instead of the 80-bit ones. Nothing looks at
 # errno after a mathematical function.
+set(KVGEOM_FP_CONTRACT off CACHE STRING "Anything but off breaks the promise; for showing that")
+mark_as_advanced(KVGEOM_FP_CONTRACT)
 add_library(kvgeom_numerics INTERFACE)
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
-  target_compile_options(kvgeom_numerics INTERFACE -ffp-contract=off -fno-math-errno)
+  target_compile_options(kvgeom_numerics INTERFACE -ffp-contract=${KVGEOM_FP_CONTRACT} -fno-math-errno)
   if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64")
     target_compile_options(kvgeom_numerics INTERFACE -msse2 -mfpmath=sse)
   endif()

@@ -23,9 +23,9 @@ inline bool IsClosed(const GPosition* points, unsigned long count) {
     return !(GDistance(points[0], points[count - 1]) > DistanceTolerance());
 }
 
-// Copies points between arrays that may overlap.
+// Copies points between arrays that may overlap; a null array has no points and no room.
 inline void CopyPoints(const GPosition* from, unsigned long count, GPosition* to) {
-    if (count != 0) {
+    if (count != 0 && from != nullptr && to != nullptr) {
         std::memmove(to, from, count * sizeof(GPosition));
     }
 }

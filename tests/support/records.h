@@ -122,6 +122,12 @@ class Random {
         const double z = Number();
         return {x, y, z};
     }
+    template <class Sextuple>
+    Sextuple Make6() {
+        const GPosition p = Point();
+        const GPosition q = Point();
+        return {p, q};
+    }
     GPosition Point() { return Make<GPosition>(); }
     GVector Vector() { return Make<GVector>(); }
     GUnitVector Direction() {

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tests/support/records.h"
+
+#include <array>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace kvgeom::test {
+
+/// What a call returned, wrote and reported, as a hash over the bits; NaN are all one, zeros of
+/// both signs two.
+class Result {
+  public:
+    /// Also keeps the numbers, for whoever compares them otherwise.
+    void KeepNumbers(bool keep) { m_keeps = keep; }
+    const std::vector<double>& Kept() const { return m_kept; }
+    std::uint64_t Hash() const { return m_hash; }
+
+    void Add(std::uint64_t word) {
+        m_hash = (m_hash ^ word) * 0x9E3779B97F4A7C15U;
+        m_hash ^= m_hash >> 32U;
+    }
+    void Add(const std::string& text) {
+        for (const char c : text) {
+            Add(static_cast<std::uint64_t>(static_cast<unsigned char>(c)));
+        }
+    }
+    template <class Value>
+    void Add(const Value& value) {
+        if constexpr (std::is_integral_v<Value>) {
+            Add(static_cast<std::uint64_t>(static_cast<std::int64_t>(value)));
+        } else if constexpr (std::is_same_v<Value, GClipVolume>) {
+            AddNumbers(std::vector<double>(&value.m_planes[0][0], &value.m_planes[0][0] + 24));
+            Add(value.m_count);
+        } else if constexpr (std::is_same_v<Value, GPtFence>) {
+            Add(value.m_count);
+            Add(value.m_direction);
+            Add(std::array{value.m_front, value.m_back});
+        } else if constexpr (std::is_same_v<Value, GPtFrustum>) {
+            Add(value.m_fence);
+            Add(value.m_eye);
+        } else if constexpr (std::is_same_v<Value, GRtPrism>) {
+            Add(value.m_count);
+            Add(value.m_transf);
+            Add(value.m_height);
+        } else {
+            AddNumbers(Numbers(value));
+        }
+    }
+
+  private:
+    void AddNumbers(const std::vector<double>& numbers) {
+        if (m_keeps) {
+            m_kept.insert(m_kept.end(), numbers.begin(), numbers.end());
+            return;
+        }
+        for (const double x : numbers) {
+            Add(std::bit_cast<std::uint64_t>(std::isnan(x) ? kNaN : x));
+        }
+    }
+
+    std::uint64_t m_hash = 0;
+    bool m_keeps = false;
+    std::vector<double> m_kept;
+};
+
+}  // namespace kvgeom::test
