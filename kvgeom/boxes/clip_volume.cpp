@@ -5,6 +5,7 @@
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/error_codes.h>
+#include <kvgeom/kernel/square_root.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/points/linear_forms.h>
 #include <kvgeom/points/mapping.h>
@@ -68,7 +69,7 @@ GClipVolume kvgeom::detail::Normalised(const GClipVolume& volume) {
         if (std::fabs(squared_length - 1) <= DBL_EPSILON) {
             continue;
         }
-        const double length = std::sqrt(squared_length);
+        const double length = SquareRoot(squared_length);
         if (length == 0.0) {
             continue;  // no plane: it stays as it is
         }

@@ -2,6 +2,7 @@
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/coordinate.h>
+#include <kvgeom/kernel/square_root.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/kvgeom.h>
 
@@ -113,7 +114,7 @@ void Gassert_valid(const GUnitVector& u) {
     if (std::fabs(squared_length - 1) <= kUnitTolerance) {
         return;
     }
-    Gassert_debug(std::sqrt(squared_length) >= kUnitTolerance
+    Gassert_debug(SquareRoot(squared_length) >= kUnitTolerance
                       ? "GUnitVector: vector is not a unit vector"
                       : "GUnitVector: using a NULL unit vector");
 }
@@ -276,8 +277,8 @@ void Gassert_valid(const GUnitVector2d& u) {
     if (std::fabs(squared_length - 1) <= dist) {
         return;
     }
-    ReportPlanar(std::sqrt(squared_length) >= dist ? "GUnitVector2d: vector is not a unit vector"
-                                                   : "GUnitVector2d: using a NULL unit vector");
+    ReportPlanar(SquareRoot(squared_length) >= dist ? "GUnitVector2d: vector is not a unit vector"
+                                                    : "GUnitVector2d: using a NULL unit vector");
 }
 
 void Gassert_valid(const GBox2d& box) {

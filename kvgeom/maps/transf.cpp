@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/error_codes.h>
+#include <kvgeom/kernel/square_root.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/fixed_maps.h>
 #include <kvgeom/maps/similarity.h>
@@ -36,7 +37,7 @@ RotationAngles Decompose(const GMatrix& matrix) {
         }
         return {-a, -kHalfPi, 0.0};
     }
-    const double cb = std::sqrt(m[0][0] * m[0][0] + m[0][1] * m[0][1]);
+    const double cb = SquareRoot(m[0][0] * m[0][0] + m[0][1] * m[0][1]);
     const RotationAngles first = {std::atan2(m[1][2], m[2][2]), std::atan2(sb, cb),
                                   std::atan2(m[0][1], m[0][0])};
     const RotationAngles second = {std::atan2(-m[1][2], -m[2][2]), std::atan2(sb, -cb),

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/kernel/error_codes.h>
+#include <kvgeom/kernel/square_root.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/transf_repair.h>
 
@@ -13,7 +14,7 @@ long GetMirrorPlaneNormal(const GTransf& t, GUnitVector& normal, GVector& offset
     offset = t.m_translation;
     for (int i = 0; i < 3; ++i) {
         // The diagonal holds 1 - 2 ni^2, the rest of the row -2 ni nj.
-        const double pivot = std::sqrt(std::fabs(1 - m[i][i]) * 0.5);
+        const double pivot = SquareRoot(std::fabs(1 - m[i][i]) * 0.5);
         if (pivot > tol) {
             double n[3];
             for (int j = 0; j < 3; ++j) {

@@ -2,6 +2,7 @@
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/error_codes.h>
+#include <kvgeom/kernel/square_root.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/points/components.h>
 #include <kvgeom/points/direction.h>
@@ -22,7 +23,7 @@ bool Normalise(double x, double y, double z, double null_length, GUnitVector& re
         result = {x, y, z};
         return true;
     }
-    const double length = std::sqrt(squared_length);
+    const double length = SquareRoot(squared_length);
     if (length <= null_length || length == 0.0) {
         Gassert_debug("GUnitVector: tried to create a NULL unit vector");
         result = {0.0, 0.0, 0.0};

@@ -2,6 +2,7 @@
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/error_codes.h>
+#include <kvgeom/kernel/square_root.h>
 #include <kvgeom/points/components.h>
 #include <kvgeom/points/direction2d.h>
 #include <kvgeom/points/position2d.h>
@@ -54,7 +55,7 @@ GUnitVector2d BuildUnitVector2d(double x, double y) {
     if (kUnitBandLow <= squared_length && squared_length <= kUnitBandHigh) {
         return {x, y};
     }
-    const double length = std::sqrt(squared_length);
+    const double length = SquareRoot(squared_length);
     return length <= kUnitTolerance ? NullUnitVector() : Scaled(x, y, length);
 }
 
@@ -64,7 +65,7 @@ GUnitVector2d BuildUnitVector2d(double x, double y, double tol, long* err) {
     if (kNarrowUnitBandLow <= squared_length && squared_length <= kNarrowUnitBandHigh) {
         return {x, y};
     }
-    const double length = std::sqrt(squared_length);
+    const double length = SquareRoot(squared_length);
     if (length < tol || length == 0.0) {
         *err = kPreconditionFailed;
         return NullUnitVector();

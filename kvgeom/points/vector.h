@@ -2,8 +2,7 @@
 #pragma once
 
 #include <kvgeom/export.h>
-
-#include <cmath>
+#include <kvgeom/kernel/square_root.h>
 
 typedef struct tagGMatrix GMatrix;
 typedef struct tagGTransf GTransf;
@@ -59,7 +58,9 @@ struct tagGVector {
     /// Becomes (x, y, 0) of v.
     KVGEOM_API void Convert3d(const GVector2d& v);
 
-    double GetLength() const { return std::sqrt(m_x * m_x + m_y * m_y + m_z * m_z); }
+    double GetLength() const {
+        return kvgeom::detail::SquareRoot(m_x * m_x + m_y * m_y + m_z * m_z);
+    }
 
     tagGVector& operator+=(const tagGVector& v) {
         return *this = {m_x + v.m_x, m_y + v.m_y, m_z + v.m_z};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/square_root.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/points/components.h>
 #include <kvgeom/points/direction2d.h>
@@ -64,7 +65,7 @@ int GVector2d::IsOrthogonal(const GVector2d& w) const {
 }
 
 double GVector2d::GetLength() const {
-    return std::sqrt(m_x * m_x + m_y * m_y);
+    return SquareRoot(m_x * m_x + m_y * m_y);
 }
 
 GVector2d& GVector2d::operator+=(const GVector2d& v) {
