@@ -47,9 +47,13 @@ void WriteLineToLog(const char* message) {
     std::FILE* const log = OpenLog();
     if (log == nullptr) {
         WriteLine(stderr, message);
+        std::fflush(stderr);  // which not every runtime library leaves without a buffer
         return;
     }
-    WriteLine(log, message);
+    {
+        const LogTurn turn(log);
+        WriteLine(log, message);
+    }
     std::fclose(log);
 }
 
