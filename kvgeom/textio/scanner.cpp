@@ -4,6 +4,10 @@
 // The C header, for it declares what systems add to it.
 #include <locale.h>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace kvgeom::detail {
 
 namespace {
@@ -13,11 +17,27 @@ namespace {
 
 #ifdef _WIN32
 
+using LocaleScanner = int(__cdecl*)(std::FILE*, const char*, _locale_t, ...);
+
+LocaleScanner FindLocaleScanner() {
+#ifdef _WIN64
+    return _fscanf_l;
+#else
+    // MinGW's import library for 32 bits leaves it out. Null on a system that lacks it.
+    const HMODULE c_library = GetModuleHandleA("msvcrt.dll");
+    return reinterpret_cast<LocaleScanner>(
+        reinterpret_cast<void*>(GetProcAddress(c_library, "_fscanf_l")));
+#endif
+}
+
 template <class... Numbers>
 void ScanInCLocale(std::FILE* f, const char* format, Numbers*... numbers) {
     // Null when it can't be made, which stands for the current locale. Made once, never freed.
     static const _locale_t c_locale = _create_locale(LC_ALL, "C");
-    [[maybe_unused]] const int converted = _fscanf_l(f, format, c_locale, numbers...);
+    static const LocaleScanner scanner = FindLocaleScanner();
+    [[maybe_unused]] const int converted = scanner != nullptr
+                                               ? scanner(f, format, c_locale, numbers...)
+                                               : std::fscanf(f, format, numbers...);
 }
 
 #else
