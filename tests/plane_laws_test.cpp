@@ -44,7 +44,7 @@ GBox Lifted(const GBox2d& b) {
 double Number(Random& random) {
     static constexpr std::array kSpecial = {0.0,   -0.0, 1.0,    -1.0,   1e30,  -1e30,
                                             1e-15, 1e-6, -1e-10, 1e-300, 2e-16, 1e-7};
-    return random.Next() % 6 == 0 ? kSpecial[random.Next() % kSpecial.size()]
+    return random.Next() % 6 == 0 ? kSpecial[random.Below(kSpecial.size())]
                                   : random.Uniform(-10, 10);
 }
 

@@ -70,6 +70,12 @@ std::vector<std::uint64_t> Bits(const Record& record) {
     return bits;
 }
 
+/// How many elements, as the library counts them: in 32 bits on Windows.
+template <class Elements>
+unsigned long Count(const Elements& elements) {
+    return static_cast<unsigned long>(elements.size());
+}
+
 /// The largest difference between two records' numbers.
 template <class Record>
 double Distance(const Record& a, const Record& b) {
@@ -99,6 +105,9 @@ class Random {
         return z ^ (z >> 31U);
     }
 
+    /// One of 0 ... count - 1.
+    unsigned int Below(size_t count) { return static_cast<unsigned int>(Next() % count); }
+
     double Uniform(double low, double high) {
         return low + (high - low) * (static_cast<double>(Next() >> 11U) * 0x1p-53);
     }
@@ -109,7 +118,7 @@ class Random {
                                                  1e-300, 4.9e-324, 1e300, -1e300, kInf,  -kInf,
                                                  kNaN,   1e-6,     1e-10, -1e-6,  2e-16, 1e154};
         if (m_extremes && Next() % 8 == 0) {
-            return kExtremes[Next() % kExtremes.size()];
+            return kExtremes[Below(kExtremes.size())];
         }
         return Uniform(-10, 10);
     }

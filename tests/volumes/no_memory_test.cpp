@@ -13,6 +13,10 @@
 
 namespace {
 
+// So that how large a block is refused doesn't depend on the machine: a count of points has 32 bits
+// on Windows, and there may be memory for as many.
+constexpr std::size_t kLargestBlock = std::size_t{1} << 30U;
+
 int g_requests_granted = INT_MAX;
 int g_blocks_in_use = 0;
 
@@ -20,7 +24,7 @@ int g_blocks_in_use = 0;
 
 // The library asks in this form alone; all others go their usual way.
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    if (g_requests_granted-- <= 0) {
+    if (g_requests_granted-- <= 0 || size > kLargestBlock) {
         return nullptr;
     }
     ++g_blocks_in_use;

@@ -22,7 +22,7 @@ struct OwnedFence {
 
     OwnedFence(const std::vector<GPosition>& profile, const GUnitVector& direction, double front,
                double back)
-        : OwnedFence(profile.size()) {
+        : OwnedFence(Count(profile)) {
         std::copy(profile.begin(), profile.end(), points.get());
         fence.m_direction = direction;
         fence.m_front = front;
@@ -102,7 +102,7 @@ TEST(PtFence, IsBuiltWhenItIsClosedAndOrdered) {
         owned.points[0] = {7, 7, 7};
         GPtFence& fence = owned.fence;
         long err = 77;
-        BuildPtFence(row.points.size(), row.points.data(), {1, 2, 3}, row.front, row.back, fence,
+        BuildPtFence(Count(row.points), row.points.data(), {1, 2, 3}, row.front, row.back, fence,
                      &err);
         EXPECT_EQ(recorder.Take(), row.message ? Messages{row.message} : Messages{});
         EXPECT_EQ(err, row.message ? 2 : 0);
@@ -190,7 +190,7 @@ TEST(PtFence, NeverMissesABoxThatItShares) {
     int missed = 0;
     int shared = 0;
     for (int i = 0; i < 10000; ++i) {
-        const OwnedFence owned = RandomFence(random, 4 + random.Next() % 12);
+        const OwnedFence owned = RandomFence(random, 4 + random.Below(12));
         const Planes planes(owned.fence);
         const GBox box = random.ProperBox();
         const int meets = owned.fence && box;
@@ -209,7 +209,7 @@ TEST(PtFence, NeverMissesABoxThatItShares) {
 TEST(PtFence, RangeHoldsItAndTouchesItOnAllSides) {
     Random random(56);
     for (int i = 0; i < 3000; ++i) {
-        const OwnedFence owned = RandomFence(random, 4 + random.Next() % 12);
+        const OwnedFence owned = RandomFence(random, 4 + random.Below(12));
         const GPtFence& fence = owned.fence;
         const GBox range = PtFenceRange(fence);
         GBox touched = BuildBox(fence.m_points[0] + fence.m_front * fence.m_direction);
@@ -227,7 +227,7 @@ TEST(PtFence, RangeHoldsItAndTouchesItOnAllSides) {
 TEST(PtFence, MapsWithItsPoints) {
     Random random(57);
     for (int i = 0; i < 2000; ++i) {
-        const OwnedFence owned = RandomFence(random, 4 + random.Next() % 8);
+        const OwnedFence owned = RandomFence(random, 4 + random.Below(8));
         OwnedFence mapped({owned.points.get(), owned.points.get() + owned.fence.m_count},
                           owned.fence.m_direction, owned.fence.m_front, owned.fence.m_back);
         const GTransf t = random.Similarity();
@@ -287,7 +287,7 @@ TEST(PtFrustum, RangeHoldsTheRaysBetweenThePlanes) {
               1e-15);
     Random random(58);
     for (int i = 0; i < 3000; ++i) {
-        const OwnedFence owned = RandomFence(random, 4 + random.Next() % 8);
+        const OwnedFence owned = RandomFence(random, 4 + random.Below(8));
         const GPtFence& fence = owned.fence;
         const GPosition eye = fence.m_points[0] +
                               (fence.m_back - random.Uniform(0.5, 9)) * fence.m_direction +
@@ -297,7 +297,7 @@ TEST(PtFrustum, RangeHoldsTheRaysBetweenThePlanes) {
         }
         const GBox range = PtFrustumRange({fence, eye});
         // A point of the frustum: on the ray through a point of the polygon, between the planes.
-        const unsigned long k = random.Next() % (fence.m_count - 1);
+        const unsigned long k = random.Below(fence.m_count - 1);
         const GPosition on_edge =
             Interpolate(random.Uniform(0, 1), fence.m_points[k], fence.m_points[k + 1]);
         const double depth = (on_edge - eye) % fence.m_direction;
@@ -413,11 +413,11 @@ TEST(RtPrism, IsBuiltFromPointsOfTheWorld) {
         const double back = random.Uniform(-3, 3);
         const double front = back + random.Uniform(0, 3);
         long err = 77;
-        BuildRtPrism(profile.data(), profile.size(), normal, front, back, prism, &err);
+        BuildRtPrism(profile.data(), Count(profile), normal, front, back, prism, &err);
         const GTransf t = random.Similarity();
         prism *= t;
         // Each local corner is the world's, moved along the normal.
-        const size_t k = random.Next() % profile.size();
+        const size_t k = random.Below(profile.size());
         const GPosition top = {room[k].m_x, room[k].m_y, prism.m_height};
         EXPECT_LT(Distance(room[k] * prism.m_transf, (profile[k] + back * normal) * t), 1e-11);
         EXPECT_LT(Distance(top * prism.m_transf, (profile[k] + front * normal) * t), 1e-11);
@@ -452,7 +452,7 @@ TEST(RtPrism, RefusesWhatMakesNoFrame) {
         std::vector<GPosition> room(6, {7, 7, 7});
         GRtPrism prism = {ScaleTransf(77), room.data(), 77, 77};
         long err = 77;
-        BuildRtPrism(row.points.data(), row.points.size(), row.normal, row.f_depth, 0.5, prism,
+        BuildRtPrism(row.points.data(), Count(row.points), row.normal, row.f_depth, 0.5, prism,
                      &err);
         EXPECT_EQ(err, 2);
         EXPECT_EQ(recorder.Take(), row.messages);
