@@ -6,6 +6,9 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # zlib1g-dev: what libassimp-dev needs and does not name.
 packages_to_build=(g++ cmake ninja-build libassimp-dev zlib1g-dev libcli11-dev nlohmann-json3-dev)
 packages_to_test=("${packages_to_build[@]}" binutils libgtest-dev libpugixml-dev locales pkg-config python3)
+packages_for_linux32=(g++-multilib cmake ninja-build binutils googletest locales pkg-config python3)
+packages_for_windows=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix cmake ninja-build binutils
+  googletest pkg-config python3 wine wine64)
 packages_to_bench=(g++ cmake ninja-build libbenchmark-dev)
 # A real building to try it on.
 packages_with_models=(assimp-testmodels)
