@@ -146,7 +146,7 @@ class Source {
     template <class Record>
     void Specialise(Record& record) {
         constexpr std::array kEverywhere = {0.0, -0.0, 1e30, -1e30, 1.0, kNaN};
-        const double number = kEverywhere[m_random.Next() % kEverywhere.size()];
+        const double number = kEverywhere[m_random.Below(kEverywhere.size())];
         for (size_t i = 0; i < CountNumbers<Record>(); ++i) {
             std::memcpy(reinterpret_cast<unsigned char*>(&record) + i * sizeof number, &number,
                         sizeof number);
@@ -166,8 +166,8 @@ class Source {
     template <class Record>
     void Nudge(Record& record) {
         constexpr std::array kOffsets = {1e-6, -1e-6, 1e-10, -1e-10, 2e-10, 1e-14, 1e-20, 1e30};
-        const size_t at = m_random.Next() % CountNumbers<Record>() * sizeof(double);
-        const std::uint64_t choice = m_random.Next() % (kOffsets.size() + 3);
+        const size_t at = m_random.Below(CountNumbers<Record>()) * sizeof(double);
+        const size_t choice = m_random.Below(kOffsets.size() + 3);
         auto* const bytes = reinterpret_cast<unsigned char*>(&record) + at;
         double number;
         std::memcpy(&number, bytes, sizeof number);
