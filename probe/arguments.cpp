@@ -282,7 +282,7 @@ Request ParseCone(const Texts& texts) {
 // The low corner, then the high one, of a box of so many axes.
 std::vector<double> ParseCorners(const std::string& argument, const std::string& text,
                                  size_t axes) {
-    const std::vector<double> numbers = ParseNumbers(argument, text, 2 * axes);
+    std::vector<double> numbers = ParseNumbers(argument, text, 2 * axes);
     for (size_t i = 0; i < axes; ++i) {
         if (numbers[i] > numbers[i + axes]) {
             throw Failure(argument, "'" + text + "': low corner first, then the high one");

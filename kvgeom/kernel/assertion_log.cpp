@@ -3,6 +3,7 @@
 #include <kvgeom/kernel/debug_entry.h>
 #include <kvgeom/kernel/log_file.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -33,9 +34,9 @@ void WriteLine(std::FILE* stream, const char* message) {
         return;
     }
     char* const line = heap != nullptr ? heap : room.data();
-    std::memcpy(line, kMark, kMarkLength);
-    std::memcpy(line + kMarkLength, message, length);
-    line[size - 1] = '\n';
+    char* end = std::copy_n(kMark, kMarkLength, line);
+    end = std::copy_n(message, length, end);
+    *end = '\n';
     std::fwrite(line, 1, size, stream);
     std::free(heap);
 }
