@@ -269,8 +269,10 @@ TEST(PlaneLaws, Boxes) {
         ExpectSame("by matrix", a * m, a3 * Lifted(m));
         ExpectSame("by matrix, columns", m * a, Lifted(m) * a3);
         ExpectSame("scaled in place", a *= x, a3 *= x);
-        ExpectSameOrNull("united in place", b |= b, b3 |= b3);
-        ExpectSameOrNull("cut in place", b &= a, b3 &= a3);
+        GBox2d united = a;
+        GBox united3 = a3;
+        ExpectSameOrNull("united in place", united |= b, united3 |= b3);
+        ExpectSameOrNull("cut in place", a &= b, a3 &= b3);
     }
 }
 

@@ -57,7 +57,7 @@ TEST(Validity, OfCoordinatesStopsAtTheFirstFault) {
     EXPECT_EQ(Faults(GBox{{kNaN, 9, 9}, {1, 1, kInf}}), Messages(2, kBadPosition));
     GClipVolume volume = {};
     volume.m_planes[0][0] = kNaN;
-    volume.m_count = -5;
+    volume.m_count = 251;
     EXPECT_EQ(Faults(volume), Messages{});
 }
 

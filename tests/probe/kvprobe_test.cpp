@@ -672,7 +672,7 @@ TEST(Kvprobe, LaysTheModelFlatAndTellsWhatAWindowHolds) {
     const Json objects = CallJson(HOUSE " --list")["objects"];
     const struct {
         std::string up;
-        int second;
+        size_t second;
         double window[4];
     } rows[] = {{"", 2, {3.9, -9.8, 7.6, -5.6}}, {" --up z", 1, {3.9, -0.5, 7.6, 2.9}}};
     for (const auto& row : rows) {
