@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <tuple>
+#include <vector>
 
 namespace kvgeom::test {
 
@@ -29,7 +30,8 @@ class Argument {
     Value m_value;
 };
 
-/// An array, of which the first elements may be written.
+/// An array, of which the first elements may be written. On the heap, where a sanitizer sees its
+/// end.
 template <class Element>
 class Argument<Element*> {
   public:
@@ -50,7 +52,7 @@ class Argument<Element*> {
   private:
     using Value = std::remove_const_t<Element>;
     // Six planes of four numbers, and what eight points and the planes of their fence need.
-    std::array<Value, std::is_same_v<Value, double> ? 32 : 10> m_values;
+    std::vector<Value> m_values = std::vector<Value>(std::is_same_v<Value, double> ? 32 : 10);
 };
 
 template <>
@@ -149,7 +151,7 @@ class PointsArgument {
     }
 
     Record m_record;
-    std::array<GPosition, 8> m_points;
+    std::vector<GPosition> m_points = std::vector<GPosition>(8);
 };
 
 template <class Reference>
