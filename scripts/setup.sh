@@ -39,13 +39,14 @@ need() {
   }
 }
 
-# Configures and builds a preset; quiet unless something is wrong.
+# Configures and builds a preset, or only the targets that follow --target; quiet unless something is
+# wrong.
 build() {
-  cmake --preset "$1" "${@:2}" >"build/$1.log" 2>&1 || {
+  cmake --preset "$1" >"build/$1.log" 2>&1 || {
     cat "build/$1.log"
     exit 1
   }
-  cmake --build --preset "$1" >"build/$1.log" 2>&1 || {
+  cmake --build --preset "$1" "${@:2}" >"build/$1.log" 2>&1 || {
     cat "build/$1.log"
     exit 1
   }

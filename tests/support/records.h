@@ -98,7 +98,17 @@ class Random {
   public:
     explicit Random(std::uint64_t seed) : m_state(seed) {}
 
+    /// The numbers are the bytes given, as long as there are any, and any double may come.
+    Random(const std::uint8_t* bytes, size_t size) : m_state(size), m_bytes(bytes), m_left(size) {}
+
     std::uint64_t Next() {
+        if (m_left >= sizeof(std::uint64_t)) {
+            std::uint64_t number;
+            std::memcpy(&number, m_bytes, sizeof number);
+            m_bytes += sizeof number;
+            m_left -= sizeof number;
+            return number;
+        }
         std::uint64_t z = m_state += 0x9e3779b97f4a7c15U;
         z = (z ^ (z >> 30U)) * 0xbf58476d1ce4e5b9U;
         z = (z ^ (z >> 27U)) * 0x94d049bb133111ebU;
@@ -114,6 +124,9 @@ class Random {
 
     /// Mostly an ordinary coordinate; every eighth time, if extremes are wanted, one that isn't.
     double Number() {
+        if (m_left > 0) {
+            return std::bit_cast<double>(Next());
+        }
         static constexpr std::array kExtremes = {0.0,    -0.0,     1.0,   -1.0,   1e30,  -1e30,
                                                  1e-300, 4.9e-324, 1e300, -1e300, kInf,  -kInf,
                                                  kNaN,   1e-6,     1e-10, -1e-6,  2e-16, 1e154};
@@ -215,6 +228,8 @@ class Random {
 
   private:
     std::uint64_t m_state;
+    const std::uint8_t* m_bytes = nullptr;
+    size_t m_left = 0;
     bool m_extremes = false;
 };
 
