@@ -4,8 +4,8 @@
 #include <kvgeom/export.h>
 
 // No operation of the library throws, aborts or exits. One that rejects its arguments passes a
-// message here, sets its error code if it has one (0 success, 2 a precondition failed) and returns
-// a defined fallback result.
+// message here, sets its error code if it has one (0 success, 2 a precondition failed, others where
+// they are stated) and returns a defined fallback result. Those that pass no message say so.
 
 /// Receives the messages of rejected arguments: a text that lives as long as the program. It may be
 /// called from any thread and must return normally.

@@ -159,9 +159,14 @@ bool MayWrite(const std::filesystem::path& path) {
     return (HasRights(path, W_OK) || errno == ENOENT) && HasRights(Folder(path), W_OK | X_OK);
 }
 
+// Null stands for the key's default value.
+std::string_view Name(const char* name) {
+    return name != nullptr ? name : "";
+}
+
 // The value in the text of the file, if there is a text and it can be parsed.
 std::optional<RegistryEntry> Find(const std::optional<std::string>& text, const char* name) {
-    return text ? FindRegistryEntry(*text, kKey, name) : std::nullopt;
+    return text ? FindRegistryEntry(*text, kKey, Name(name)) : std::nullopt;
 }
 
 bool IsShort(const RegistryEntry& entry) {
@@ -193,7 +198,11 @@ std::optional<RegistryData> QueryOrCreate(const char* name, int default_value) {
         return entry->data;
     }
     const RegistryData number = ToData(default_value);
-    ReplaceText(path, WithRegistryNumber(*text, kKey, name, *entry, number));
+    const std::string changed = WithRegistryNumber(*text, kKey, Name(name), *entry, number);
+    // A name with a line break has no form that could be read again.
+    if (FindRegistryEntry(changed, kKey, Name(name))) {
+        ReplaceText(path, changed);
+    }
     return number;
 }
 

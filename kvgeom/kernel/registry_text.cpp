@@ -295,12 +295,12 @@ std::string WithRegistryNumber(std::string_view text, std::string_view key, std:
         first_end != std::string_view::npos && first_end > 0 && text[first_end - 1] == '\r';
     const std::string end = has_returns ? "\r\n" : "\n";
 
-    std::string value = "\"";
+    std::string value = name.empty() ? "@" : "\"";
     for (const char c : name) {
         value += c == '"' || c == '\\' ? "\\" : "";
         value += c;
     }
-    value += "\"=dword:";
+    value += name.empty() ? "=dword:" : "\"=dword:";
     for (std::size_t i = number.size(); i-- > 0;) {
         value += kDigits[number[i] >> 4U];
         value += kDigits[number[i] & 0xFU];

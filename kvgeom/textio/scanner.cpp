@@ -20,7 +20,7 @@ namespace {
 using LocaleScanner = int(__cdecl*)(std::FILE*, const char*, _locale_t, ...);
 
 LocaleScanner FindLocaleScanner() {
-#ifdef _WIN64
+#if defined(_WIN64) || !defined(__MINGW32__)
     return _fscanf_l;
 #else
     // MinGW's import library for 32 bits leaves it out. Null on a system that lacks it.

@@ -21,9 +21,10 @@
 // without labels, separated by any white space. The caller opens, positions and closes the stream.
 //
 // Writers. Numbers have a decimal point whatever the locale, and the form that printf gives them:
-// "%20.15le" (the bore line's radius "%15.15lf"), counts and indices "%lu", flags "%hu". So 16
-// digits are written, of the 17 that some doubles need to be read back bit for bit. Errors of the
-// stream are not reported.
+// "%20.15le" (the bore line's radius "%15.15lf"), counts and indices "%lu", flags "%hu"; exponents
+// have two digits, or three where they need them, on every platform. So 16 digits are written, of
+// the 17 that some doubles need to be read back bit for bit, and of a tiny radius fewer. Errors of
+// the stream are not reported.
 //
 // Readers. Numbers are converted by the C library's scanf, with a decimal point whatever the
 // locale. What can't be converted (a label, the end of the stream) leaves its member unchanged and

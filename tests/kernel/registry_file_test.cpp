@@ -133,6 +133,16 @@ TEST(RegistryFile, KeepsAllThatItHeld) {
     }
 }
 
+TEST(RegistryFile, TakesNoNameThatWouldSpoilIt) {
+    const DebugStore store;
+    store.SetContent(kHead);
+    EXPECT_EQ(Scenario("'entry=two\nlines,7'"), "7\n");
+    EXPECT_EQ(store.Content(), kHead);
+    EXPECT_EQ(Scenario("entry=,7"), "7\n");
+    EXPECT_EQ(store.Content(), kHead + "@=dword:00000007\n");
+    EXPECT_EQ(Scenario("entry=,8"), "7\n");
+}
+
 TEST(RegistryFile, KeepsItsRightsAndTheLinkThatLeadsToIt) {
     const DebugStore store;
     const ScratchFolder elsewhere;
