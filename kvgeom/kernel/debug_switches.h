@@ -5,9 +5,9 @@
 
 // Switches that are set per machine, for the callers to consult; no operation of the library reads
 // them. They are values under the key HKEY_LOCAL_MACHINE\SOFTWARE\Kestrine\Veltor\Core\Debug of the
-// registry: the platform's own on Windows, elsewhere a file in the registry editor's text format, in
-// UTF-8, which the environment variable KVGEOM_REGISTRY names (without it, kvgeom/registry.reg in the
-// system's configuration folder).
+// registry: the platform's own on Windows, elsewhere a file in the registry editor's text format,
+// in UTF-8, which the environment variable KVGEOM_REGISTRY names (without it, kvgeom/registry.reg
+// in the system's configuration folder).
 //
 // Each switch is read at its first use, once in a process; a key or value that is missing,
 // unreadable or longer than 4 bytes gives the default. Only the first byte of the data counts.

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// The registry editor's text format, in UTF-8: a header line; sections, a key in brackets; values, a quoted
-// name (or @), an equals sign, and dword:, hex: or quoted data; comments behind a semicolon; blank
-// lines. A hex list goes on in the next line behind a backslash. Names compare without case.
+// The registry editor's text format, in UTF-8: a header line; sections, a key in brackets; values,
+// a quoted name (or @), an equals sign, and dword:, hex: or quoted data; comments behind a
+// semicolon; blank lines. A hex list goes on in the next line behind a backslash. Names compare
+// without case.
 
 #include <kvgeom/kernel/registry.h>
 
