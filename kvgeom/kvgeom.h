@@ -3,6 +3,11 @@
 
 // The whole library in one include.
 
+#include <kvgeom/batch/box_tests.h>
+#include <kvgeom/batch/composition.h>
+#include <kvgeom/batch/mapping.h>
+#include <kvgeom/batch/point_tests.h>
+#include <kvgeom/batch/unions.h>
 #include <kvgeom/boxes/box.h>
 #include <kvgeom/boxes/box2d.h>
 #include <kvgeom/boxes/box2d_mapping.h>

@@ -17,8 +17,7 @@ KVGEOM_API unsigned long IntersectBoxes(const GBoreLine& line, const GBox* boxes
 /// answers[i] = volume && boxes[i].
 KVGEOM_API unsigned long IntersectBoxes(const GClipVolume& volume, const GBox* boxes,
                                         unsigned long count, unsigned char* answers);
-/// answers[i] = fence && boxes[i]. Without memory for the planes of a larger fence, the message
-/// "PtFence&&: no memory" once, and 0 for all boxes.
+/// answers[i] = fence && boxes[i].
 KVGEOM_API unsigned long IntersectBoxes(const GPtFence& fence, const GBox* boxes,
                                         unsigned long count, unsigned char* answers);
 /// answers[i] = box.IsIntersectTol(boxes[i], tol).

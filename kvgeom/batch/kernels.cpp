@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include <kvgeom/batch/kernels.h>
+
+#include <cstdlib>
+#include <cstring>
+
+namespace kvgeom::detail {
+namespace {
+
+#if defined(KVGEOM_HAS_DISPATCH)
+
+bool RunsAvx2() {
+    return __builtin_cpu_supports("avx2");
+}
+
+bool RunsAvx512() {
+    return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") &&
+           __builtin_cpu_supports("avx512vl");
+}
+
+const Kernels* Choose() {
+    __builtin_cpu_init();
+    const char* const wanted = std::getenv("KVGEOM_VECTORS");
+    const auto may_be = [wanted](const Kernels& kernels) {
+        return wanted == nullptr || std::strcmp(wanted, kernels.name) == 0;
+    };
+    if (may_be(kAvx512Kernels) && RunsAvx512()) {
+        return &kAvx512Kernels;
+    }
+    if (may_be(kAvx2Kernels) && RunsAvx2()) {
+        return &kAvx2Kernels;
+    }
+    return &kBaselineKernels;
+}
+
+#else
+
+const Kernels* Choose() {
+    return &kBaselineKernels;
+}
+
+#endif
+
+}  // namespace
+
+constinit const Kernels* g_kernels = &kBaselineKernels;
+
+namespace {
+
+[[maybe_unused]] const bool g_are_chosen = [] {
+    g_kernels = Choose();
+    return true;
+}();
+
+}  // namespace
+}  // namespace kvgeom::detail

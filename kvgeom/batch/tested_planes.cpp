@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include <kvgeom/batch/tested_planes.h>
+#include <kvgeom/kernel/constants.h>
+
+namespace kvgeom::detail {
+namespace {
+
+bool IsNull(const GVector& normal) {
+    return normal.GetLength() <= kUnitTolerance;
+}
+
+unsigned long CountPlanes(const GPtFence& fence) {
+    constexpr unsigned long kFewestPoints = 3;
+    return fence.m_count >= kFewestPoints && fence.m_points != nullptr ? fence.m_count + 1 : 0;
+}
+
+}  // namespace
+
+bool FindTestedPlanes(const GClipVolume& volume, bool looks_at_furthest,
+                      TestedPlane (&planes)[kMostPlanes]) {
+    const GClipVolume normalised = Normalised(volume);
+    for (int k = 0; k < PlaneCount(volume); ++k) {
+        const auto& plane = normalised.m_planes[k];
+        const GVector normal = {plane[0], plane[1], plane[2]};
+        if (IsNull(normal)) {
+            return false;
+        }
+        const GUnitVector u = PlaneNormal(plane);
+        planes[k] = {u, plane[3] * u, {}};
+        for (int axis = 0; axis < 3; ++axis) {
+            planes[k].looks_high[axis] = (plane[axis] > 0) == looks_at_furthest;
+        }
+    }
+    return true;
+}
+
+FencePlanes::FencePlanes(const GPtFence& fence)
+    : m_fence(fence),
+      m_count(CountPlanes(fence)),
+      m_points(m_count),
+      m_normals(m_count),
+      m_tested(m_count) {}
+
+bool FencePlanes::HaveRoom() {
+    return m_count != 0 && m_points.Get() != nullptr && m_normals.Get() != nullptr &&
+           m_tested.Get() != nullptr;
+}
+
+bool FencePlanes::FindForBoxes() {
+    for (unsigned long i = 1; i < m_fence.m_count; ++i) {
+        const GVector edge = m_fence.m_points[i] - m_fence.m_points[i - 1];
+        if (IsNull(GVector(m_fence.m_direction) * edge)) {
+            return false;
+        }
+    }
+    m_fence.FindPlanes(m_points.Get(), m_normals.Get());
+    for (unsigned long i = 0; i < m_count; ++i) {
+        const GVector n = m_normals.Get()[i];
+        const GVector foot = (m_points.Get()[i] % n) * n;
+        m_tested.Get()[i] = {n, -foot, {n.m_x > 0, n.m_y > 0, n.m_z > 0}};
+    }
+    return true;
+}
+
+void FencePlanes::FindForPositions() {
+    m_fence.FindPlanes(m_points.Get(), m_normals.Get());
+    for (unsigned long i = 0; i < m_count; ++i) {
+        const GPosition& p = m_points.Get()[i];
+        m_tested.Get()[i] = {m_normals.Get()[i], {-p.m_x, -p.m_y, -p.m_z}, {}};
+    }
+}
+
+}  // namespace kvgeom::detail

@@ -1,0 +1,362 @@
+// SPDX-License-Identifier: MIT
+
+// Each batch call gives, bit for bit and message for message, what the single operation gives for
+// each element. Runs once for each kind of vectors (the variable KVGEOM_VECTORS).
+
+#include "tests/operations/source.h"
+#include "tests/support/messages.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace kvgeom::test {
+namespace {
+
+constexpr unsigned long kMostElements = 70;
+
+template <class Out>
+std::vector<std::uint64_t> BitsOf(const std::vector<Out>& results) {
+    std::vector<std::uint64_t> bits;
+    for (const Out& result : results) {
+        if constexpr (sizeof(Out) == 1) {
+            bits.push_back(result);
+        } else {
+            const std::vector<std::uint64_t> more = Bits(result);
+            bits.insert(bits.end(), more.begin(), more.end());
+        }
+    }
+    return bits;
+}
+
+// Elements that begin where no vector does: an odd number of doubles into their memory.
+template <class Record>
+class Elements {
+  public:
+    explicit Elements(const std::vector<Record>& records)
+        : m_room(1 + records.size() * sizeof(Record) / sizeof(double)) {
+        if (!records.empty()) {
+            std::memcpy(Get(), records.data(), records.size() * sizeof(Record));
+        }
+    }
+    Record* Get() { return reinterpret_cast<Record*>(m_room.data() + 1); }
+
+  private:
+    std::vector<double> m_room;
+};
+
+// At every count, with the results elsewhere and, where they are of the elements' kind, over these.
+template <class Record, class Out, class Batch, class Single>
+void ExpectSame(const std::string& name, const std::vector<Record>& records, Batch batch,
+                Single single) {
+    SCOPED_TRACE(name + ", " + std::to_string(records.size()));
+    MessageRecorder recorder;
+    std::vector<Out> expected;
+    for (const Record& record : records) {
+        expected.push_back(static_cast<Out>(single(record)));
+    }
+    const Messages messages = recorder.Take();
+    Elements<Record> elements(records);
+    std::vector<Out> results(records.size());
+    const auto ones = batch(elements.Get(), Count(records), results.data());
+    EXPECT_EQ(BitsOf(results), BitsOf(expected));
+    EXPECT_EQ(recorder.Take(), messages);
+    if constexpr (sizeof(Out) == 1) {
+        EXPECT_EQ(ones,
+                  static_cast<unsigned long>(std::count(expected.begin(), expected.end(), 1)));
+    } else {
+        batch(elements.Get(), Count(records), elements.Get());
+        results.assign(elements.Get(), elements.Get() + records.size());
+        EXPECT_EQ(BitsOf(results), BitsOf(expected));
+    }
+}
+
+// Draws elements, mostly ordinary ones so that whole groups are, and calls test with them.
+template <class Record, class Test>
+void ForElements(Test test) {
+    Random random(sizeof(Record));
+    Source source(random);
+    for (unsigned long round = 0; round < 4 * kMostElements; ++round) {
+        random.WantExtremes(round % 4 == 3);
+        std::vector<Record> records(round % (kMostElements + 1));
+        for (Record& record : records) {
+            record = source.Draw<Record>();
+        }
+        test(source, records);
+    }
+}
+
+template <class Record, class Map, class Single>
+void ExpectSameImages(const std::string& name, Source& source, const std::vector<Record>& records,
+                      void (*batch)(const Map&, const Record*, unsigned long, Record*),
+                      Single single) {
+    const Map map = source.Draw<Map>();
+    ExpectSame<Record, Record>(
+        name, records,
+        [&](const Record* in, unsigned long count, Record* out) {
+            batch(map, in, count, out);
+            return 0;
+        },
+        [&](const Record& record) { return single(record, map); });
+}
+
+constexpr auto kRowForm = [](auto record, const auto& map) { return record *= map; };
+constexpr auto kRecordFirst = [](const auto& record, const auto& map) { return record * map; };
+constexpr auto kMapFirst = [](const auto& record, const auto& map) { return map * record; };
+
+TEST(Batch, MapsPositions) {
+    ForElements<GPosition>([](Source& source, const std::vector<GPosition>& p) {
+        ExpectSameImages<GPosition, GMatrix>("matrix", source, p, MapPositions, kRowForm);
+        ExpectSameImages<GPosition, GTransf>("transf", source, p, MapPositions, kRowForm);
+        ExpectSameImages<GPosition, G4x4>("4x4", source, p, MapPositions, kRowForm);
+        ExpectSameImages<GPosition, G4x4>("4x4, columns", source, p, MapPositionsByColumns,
+                                          kRecordFirst);
+    });
+}
+
+TEST(Batch, MapsVectors) {
+    ForElements<GVector>([](Source& source, const std::vector<GVector>& v) {
+        ExpectSameImages<GVector, GMatrix>("matrix", source, v, MapVectors, kRowForm);
+        ExpectSameImages<GVector, GTransf>("transf", source, v, MapVectors, kRowForm);
+        ExpectSameImages<GVector, G4x4>("4x4", source, v, MapVectors, kRowForm);
+        ExpectSameImages<GVector, G4x4>("4x4, columns", source, v, MapVectorsByColumns,
+                                        kRecordFirst);
+    });
+}
+
+TEST(Batch, MapsUnitVectors) {
+    ForElements<GUnitVector>([](Source& source, const std::vector<GUnitVector>& u) {
+        ExpectSameImages<GUnitVector, GMatrix>("matrix", source, u, MapUnitVectors, kRowForm);
+        ExpectSameImages<GUnitVector, GTransf>("transf", source, u, MapUnitVectors, kRowForm);
+        ExpectSameImages<GUnitVector, G4x4>("4x4", source, u, MapUnitVectors, kRowForm);
+        ExpectSameImages<GUnitVector, GMatrix>("matrix, columns", source, u,
+                                               MapUnitVectorsByColumns, kMapFirst);
+        ExpectSameImages<GUnitVector, G4x4>("4x4, columns", source, u, MapUnitVectorsByColumns,
+                                            kRecordFirst);
+    });
+}
+
+TEST(Batch, MapsBoxes) {
+    ForElements<GBox>([](Source& source, const std::vector<GBox>& b) {
+        ExpectSameImages<GBox, GMatrix>("matrix", source, b, MapBoxes, kRowForm);
+        ExpectSameImages<GBox, GTransf>("transf", source, b, MapBoxes, kRowForm);
+        ExpectSameImages<GBox, G4x4>("4x4", source, b, MapBoxes, kRowForm);
+        ExpectSameImages<GBox, GMatrix>("matrix, columns", source, b, MapBoxesByColumns, kMapFirst);
+        ExpectSameImages<GBox, GTransf>("transf, columns", source, b, MapBoxesByColumns, kMapFirst);
+        ExpectSameImages<GBox, G4x4>("4x4, columns", source, b, MapBoxesByColumns, kRecordFirst);
+    });
+}
+
+// A fence that isn't always well made.
+struct Fence {
+    std::array<GPosition, 9> points;
+    GPtFence fence;
+
+    explicit Fence(Source& source) {
+        for (GPosition& p : points) {
+            p = source.Draw<GPosition>();
+        }
+        fence = {source.Draw<unsigned long>(), points.data(), source.Draw<GUnitVector>(),
+                 source.Draw<double>(), source.Draw<double>()};
+        if (fence.m_count > 0) {
+            points[fence.m_count - 1] = points[0];
+        }
+    }
+};
+
+template <class Record, class Volume, class Single>
+void ExpectSameAnswers(const std::string& name, const std::vector<Record>& records,
+                       const Volume& volume,
+                       unsigned long (*batch)(const Volume&, const Record*, unsigned long,
+                                              unsigned char*),
+                       Single single) {
+    ExpectSame<Record, unsigned char>(
+        name, records,
+        [&](const Record* in, unsigned long count, unsigned char* out) {
+            return batch(volume, in, count, out);
+        },
+        single);
+}
+
+TEST(Batch, TestsBoxes) {
+    ForElements<GBox>([](Source& source, const std::vector<GBox>& boxes) {
+        const auto line = source.Draw<GBoreLine>();
+        const auto volume = source.Draw<GClipVolume>();
+        GBox box = source.Draw<GBox>();
+        const Fence fence(source);
+        const double tol = source.Draw<double>();
+        ExpectSameAnswers<GBox, GBoreLine>("bore line", boxes, line, IntersectBoxes,
+                                           [&](const GBox& b) { return line && b; });
+        ExpectSameAnswers<GBox, GClipVolume>("volume", boxes, volume, IntersectBoxes,
+                                             [&](const GBox& b) { return volume && b; });
+        ExpectSameAnswers<GBox, GClipVolume>("volume holds", boxes, volume, ContainBoxes,
+                                             [&](const GBox& b) { return volume >> b; });
+        ExpectSameAnswers<GBox, GPtFence>("fence", boxes, fence.fence, IntersectBoxes,
+                                          [&](const GBox& b) { return fence.fence && b; });
+        ExpectSameAnswers<GBox, GBox>("box holds", boxes, box, ContainBoxes,
+                                      [&](const GBox& b) { return box >> b; });
+        ExpectSame<GBox, unsigned char>(
+            "box", boxes,
+            [&](const GBox* in, unsigned long count, unsigned char* out) {
+                return IntersectBoxes(box, tol, in, count, out);
+            },
+            [&](GBox b) { return box.IsIntersectTol(b, tol); });
+    });
+}
+
+TEST(Batch, ClassifiesPositions) {
+    ForElements<GPosition>([](Source& source, const std::vector<GPosition>& positions) {
+        const auto line = source.Draw<GBoreLine>();
+        const auto volume = source.Draw<GClipVolume>();
+        const auto box = source.Draw<GBox>();
+        ExpectSameAnswers<GPosition, GBox>("box", positions, box, ClassifyPositions,
+                                           [&](const GPosition& p) { return box >> p; });
+        ExpectSameAnswers<GPosition, GBoreLine>("bore line", positions, line, ClassifyPositions,
+                                                [&](const GPosition& p) { return line >> p; });
+        ExpectSameAnswers<GPosition, GClipVolume>("volume", positions, volume, ClassifyPositions,
+                                                  [&](const GPosition& p) {
+                                                      int place;
+                                                      long err;
+                                                      IsPtInClipVolume(volume, p, &place, &err);
+                                                      return place;
+                                                  });
+        // The planes are made once, and tell once of what they lack.
+        const Fence fence(source);
+        std::array<GPosition, 10> points;
+        std::array<GUnitVector, 10> normals;
+        fence.fence.FindPlanes(points.data(), normals.data());
+        std::vector<unsigned char> answers(positions.size());
+        const unsigned long inside =
+            ClassifyPositions(fence.fence, positions.data(), Count(positions), answers.data());
+        unsigned long expected_inside = 0;
+        for (size_t i = 0; i < positions.size(); ++i) {
+            int expected;
+            long err;
+            IsPtInPtFence(fence.fence, points.data(), normals.data(), positions[i], &expected,
+                          &err);
+            EXPECT_EQ(answers[i], expected) << i;
+            expected_inside += expected == 1 ? 1 : 0;
+        }
+        EXPECT_EQ(inside, expected_inside);
+    });
+}
+
+TEST(Batch, FindsTheBoxAroundPointsAndBoxes) {
+    ForElements<GPosition>([](Source&, std::vector<GPosition> positions) {
+        if (!positions.empty()) {
+            GBox expected = {positions[0], positions[0]};
+            for (const GPosition& p : positions) {
+                for (unsigned axis = 0; axis < 3; ++axis) {
+                    double& low = expected.m_low[axis];
+                    double& high = expected.m_high[axis];
+                    low = p[axis] < low ? p[axis] : low;
+                    high = p[axis] > high ? p[axis] : high;
+                }
+            }
+            EXPECT_EQ(Bits(BuildBox(Count(positions), positions.data())), Bits(expected));
+        }
+    });
+    ForElements<GBox>([](Source&, const std::vector<GBox>& boxes) {
+        GBox expected = BuildBox(kBig, kBig, kBig, -kBig, -kBig, -kBig);
+        for (const GBox& box : boxes) {
+            expected |= box;
+        }
+        EXPECT_EQ(Bits(UniteBoxes(boxes.data(), Count(boxes))), Bits(expected)) << boxes.size();
+    });
+}
+
+TEST(Batch, ComposesAndInverts) {
+    ForElements<GTransf>([](Source& source, const std::vector<GTransf>& t) {
+        std::vector<GTransf> others(t.size());
+        for (GTransf& other : others) {
+            other = source.Draw<GTransf>();
+        }
+        std::vector<GTransf> expected;
+        for (size_t i = 0; i < t.size(); ++i) {
+            expected.push_back(t[i] * others[i]);
+        }
+        ComposeTransfs(t.data(), others.data(), Count(t), others.data());
+        EXPECT_EQ(BitsOf(others), BitsOf(expected));
+        ExpectSame<GTransf, GTransf>(
+            "inverse", t,
+            [](const GTransf* in, unsigned long count, GTransf* out) {
+                InvertTransfs(in, count, out);
+                return 0;
+            },
+            [](const GTransf& each) { return each.Inverse(); });
+    });
+    ForElements<G4x4>([](Source& source, const std::vector<G4x4>& a) {
+        std::vector<G4x4> others(a.size());
+        for (G4x4& other : others) {
+            other = source.Draw<G4x4>();
+        }
+        std::vector<G4x4> expected;
+        for (size_t i = 0; i < a.size(); ++i) {
+            expected.push_back(a[i] * others[i]);
+        }
+        Compose4x4s(a.data(), others.data(), Count(a), others.data());
+        EXPECT_EQ(BitsOf(others), BitsOf(expected));
+        ExpectSame<G4x4, G4x4>(
+            "inverse", a,
+            [](const G4x4* in, unsigned long count, G4x4* out) {
+                Invert4x4s(in, count, out);
+                return 0;
+            },
+            [](const G4x4& each) { return each.Inverse(); });
+    });
+}
+
+double Nudged(Random& random, double x) {
+    for (std::uint64_t ulps = random.Next() % 4; ulps > 0; --ulps) {
+        x = random.Next() % 2 == 0 ? Up(x) : Down(x);
+    }
+    return x;
+}
+
+// A box that the line leaves on one axis just where it enters it on the next, or beside it.
+GBox TouchedBox(Random& random, const GBoreLine& line) {
+    const GPosition p = line.Evaluate(random.Uniform(line.m_back, line.m_front));
+    GBox box = {p, p};
+    const unsigned axis = static_cast<unsigned>(random.Next() % 3);
+    const double r = line.m_radius;
+    for (unsigned i = 0; i < 3; ++i) {
+        const double size = random.Uniform(0.1, 3);
+        const bool begins_here =
+            (line.m_direction[i] > 0) == (i == axis ? false : i == (axis + 1) % 3);
+        const double side = Nudged(random, begins_here ? p[i] + r : p[i] - r);
+        box.m_low[i] = begins_here ? side : side - size;
+        box.m_high[i] = begins_here ? side + size : side;
+    }
+    return box;
+}
+
+TEST(Batch, DecidesOnTouchedBoxesAsTheBoreLineDoes) {
+    Random random(9);
+    int hits = 0;
+    constexpr int kBoxes = 64;
+    constexpr int kLines = 3000;
+    for (int k = 0; k < kLines; ++k) {
+        GBoreLine line = random.BoreLine();
+        line.m_radius = k % 3 == 0 ? 0 : line.m_radius;
+        if (k % 4 == 1) {  // nearly parallel to an axis, or quite
+            line.m_direction[static_cast<unsigned>(k / 4 % 3)] =
+                k % 8 == 1 ? 0 : std::ldexp(random.Uniform(-1, 1), -static_cast<int>(k % 70));
+        }
+        std::vector<GBox> boxes(kBoxes);
+        for (GBox& box : boxes) {
+            box = TouchedBox(random, line);
+        }
+        std::vector<unsigned char> answers(boxes.size());
+        IntersectBoxes(line, boxes.data(), kBoxes, answers.data());
+        for (size_t i = 0; i < boxes.size(); ++i) {
+            const int expected = line && boxes[i];
+            ASSERT_EQ(answers[i], expected) << k << " " << i;
+            hits += expected;
+        }
+    }
+    EXPECT_GT(hits, kLines * kBoxes / 10);
+    EXPECT_LT(hits, kLines * kBoxes * 9 / 10);
+}
+
+}  // namespace
+}  // namespace kvgeom::test
