@@ -134,21 +134,6 @@ GBox BuildBox(const GPosition& p, const GPosition& q) {
     return {p, q};
 }
 
-GBox BuildBox(unsigned long count, GPosition* points) {
-    if (count == 0) {
-        Gassert_debug("GBox: can't build with 0 points");
-        return kNullBox;
-    }
-    GBox result = {points[0], points[0]};
-    for (unsigned long i = 1; i < count; ++i) {
-        const GPosition& p = points[i];
-        Extend(result.m_low.m_x, result.m_high.m_x, p.m_x);
-        Extend(result.m_low.m_y, result.m_high.m_y, p.m_y);
-        Extend(result.m_low.m_z, result.m_high.m_z, p.m_z);
-    }
-    return result;
-}
-
 int operator<<(const GPosition& p, const GBox& box) {
     return box >> p;
 }

@@ -241,9 +241,26 @@ TEST(Batch, ClassifiesPositions) {
     });
 }
 
+// Now and then, zeros of both signs where the numbers of one component aren't on the other side.
+template <class Record>
+void PutZeros(Random& random, std::vector<Record>& records) {
+    const size_t component = random.Below(2 * sizeof(Record) / sizeof(double));
+    for (Record& record : records) {
+        std::array<double, sizeof(Record) / sizeof(double)> numbers;
+        std::memcpy(&numbers, &record, sizeof record);
+        if (component < numbers.size()) {
+            double& x = numbers[component];
+            x = random.Next() % 2 == 0 ? random.Uniform(0, 1) : random.Next() % 2 == 0 ? 0.0 : -0.0;
+            x = component % 2 == 0 ? x : -x;
+        }
+        std::memcpy(&record, &numbers, sizeof record);
+    }
+}
+
 TEST(Batch, FindsTheBoxAroundPointsAndBoxes) {
-    ForElements<GPosition>([](Source&, std::vector<GPosition> positions) {
+    ForElements<GPosition>([](Source& source, std::vector<GPosition> positions) {
         if (!positions.empty()) {
+            PutZeros(source.GetRandom(), positions);
             GBox expected = {positions[0], positions[0]};
             for (const GPosition& p : positions) {
                 for (unsigned axis = 0; axis < 3; ++axis) {
@@ -256,7 +273,8 @@ TEST(Batch, FindsTheBoxAroundPointsAndBoxes) {
             EXPECT_EQ(Bits(BuildBox(Count(positions), positions.data())), Bits(expected));
         }
     });
-    ForElements<GBox>([](Source&, const std::vector<GBox>& boxes) {
+    ForElements<GBox>([](Source& source, std::vector<GBox> boxes) {
+        PutZeros(source.GetRandom(), boxes);
         GBox expected = BuildBox(kBig, kBig, kBig, -kBig, -kBig, -kBig);
         for (const GBox& box : boxes) {
             expected |= box;
@@ -319,11 +337,16 @@ GBox TouchedBox(Random& random, const GBoreLine& line) {
     GBox box = {p, p};
     const unsigned axis = static_cast<unsigned>(random.Next() % 3);
     const double r = line.m_radius;
+    const bool is_huge = random.Next() % 4 == 0;
+    const int exponent = static_cast<int>(random.Below(60));
     for (unsigned i = 0; i < 3; ++i) {
-        const double size = random.Uniform(0.1, 3);
+        // Beside huge boxes, slopes count as parallel.
+        const double size = random.Uniform(0.1, 3) * (is_huge ? std::ldexp(1, exponent) : 1);
         const bool begins_here =
             (line.m_direction[i] > 0) == (i == axis ? false : i == (axis + 1) % 3);
-        const double side = Nudged(random, begins_here ? p[i] + r : p[i] - r);
+        // Huge boxes are left later on, too.
+        const double beyond = is_huge && i != (axis + 1) % 3 ? random.Uniform(0, 1e4) : 0;
+        const double side = Nudged(random, begins_here ? p[i] + r - beyond : p[i] - r + beyond);
         box.m_low[i] = begins_here ? side : side - size;
         box.m_high[i] = begins_here ? side + size : side;
     }
@@ -338,6 +361,7 @@ TEST(Batch, DecidesOnTouchedBoxesAsTheBoreLineDoes) {
     for (int k = 0; k < kLines; ++k) {
         GBoreLine line = random.BoreLine();
         line.m_radius = k % 3 == 0 ? 0 : line.m_radius;
+        line.m_front += k % 5 == 0 ? 1e4 : 0;
         if (k % 4 == 1) {  // nearly parallel to an axis, or quite
             line.m_direction[static_cast<unsigned>(k / 4 % 3)] =
                 k % 8 == 1 ? 0 : std::ldexp(random.Uniform(-1, 1), -static_cast<int>(k % 70));
