@@ -27,32 +27,34 @@ unsigned long TestGroups(const Record* records, unsigned long count, unsigned ch
 // axis. Its answer is one bit, and the quotients are, but for rounding,
 //     t0 = (A - p) / d  and  t1 = (B - p) / d
 // for the slab A..B. So x = A - p and y = B - p are multiplied by one reciprocal r = 1 / d. Let
-// u = 2^-53, m = max(|x|, |y|), and neglect u^2. The single test's t0 has the errors of p - A, two
-// quotients by E (which cancels) and one more quotient: 4 u m / |d|. Its t1 has those of E and of
-// u = (p - A) / E, which come to 4 u m, and three more of 1 - u and the quotients: 7 u m / |d|. The
-// products x r and y r have 3 u m / |d|. With one rounding for adding it, the margin
-//     16 u m |r| = 2^-49 m |r|
-// holds whatever lies between. The latest entry and the earliest exit are kept twice, with the
-// margins against and for a hit; both being monotone in each t, the answer is sure unless those
-// two disagree.
+// u = 2^-53 and m = max(|A - p|, |B - p|), and neglect u^2. The single test's t0 has the errors of
+// p - A, of a quotient by E (the other one cancels it) and of one more quotient: 4 u m / |d|. Its
+// t1 has those of E and of (p - A) / E, 4 u m together, and three more of 1 - (p - A) / E and of
+// the quotients: 7 u m / |d|. The products x r and y r have 3 u m / |d|. So each of both is within
+// 10 u m / |d| of the other, whatever lies between; 2^-49 max(|x r|, |y r|) is more than that. The
+// latest entry and the earliest exit, which are extremes of such numbers and of the exact limits,
+// differ by no more than the largest of these bounds: a gap of twice that, either way, decides.
 //
-// Parallel to an axis is, for the single test, d / E up to 2^-52: sure for E from |d| 2^52 on, as
-// rounding is monotone, and surely not for E below that by a few units. Then the quotient
-// u = (p - A) / E is below 0 or above 1 exactly when p - A is below 0 or above E (again, rounding
-// is monotone, and the quotient of two different doubles doesn't round to 1 from above; what could
-// underflow is left out).
+// For this E must not be 0 (then x r and y r are equal), nothing may underflow (they differ by
+// enough), and the single test must not take the line for parallel to the slab: d / E above 2^-52,
+// which |x r| and |y r| below 2^50 ensure.
 //
-// What is not sure, a box in a million, goes to the single test.
+// Parallel to a slab is, for the single test, d / E up to 2^-52: sure for E from |d| 2^52 on, as
+// rounding is monotone. Then the quotient (p - A) / E is below 0 or above 1 exactly when p - A is
+// below 0 or above E (again, rounding is monotone, and the quotient of two different doubles
+// doesn't round to 1 from above; what could underflow is left out).
+//
+// What is not sure, a box in millions, goes to the single test.
 
 constexpr double kInversePrecision = 0x1p52;  // 1 / DBL_EPSILON
-constexpr double kMargin = 0x1p-49;
+constexpr double kMargin = 2 * 0x1p-49;
+constexpr double kFurthest = 0x1p50;
+constexpr double kShortest = 0x1p-400;
 // Slopes below this are looked at as if they were parallel, which they are against larger boxes.
 constexpr double kLeastSteepness = 0x1p-40;
-// What keeps products and quotients of the above from underflow and overflow.
-constexpr double kTinyExtent = 0x1p-400;
+// What keeps the numbers that a parallel slab is decided by from underflow and overflow.
 constexpr double kLargestExtent = 0x1p400;
 constexpr double kSmallestDistance = 0x1p-500;
-constexpr double kExtentPerDistance = 0x1p-60;
 constexpr double kLargestDirection = 0x1p100;
 
 // One component of a bore line and what the test needs of it.
@@ -60,54 +62,43 @@ struct ProbedAxis {
     bool is_steep;
     double p;
     double reciprocal;
-    double margin;
     double least_parallel_extent;
-    double largest_steep_extent;
 
     ProbedAxis(double point, double d) {
         const double magnitude = d < 0 ? -d : d;
         is_steep = magnitude >= kLeastSteepness;
         p = point;
         reciprocal = 1 / d;
-        margin = kMargin * (reciprocal < 0 ? -reciprocal : reciprocal);
         least_parallel_extent = magnitude * kInversePrecision;
-        largest_steep_extent = least_parallel_extent * (1 - 4 * DBL_EPSILON);
     }
 };
 
 struct SlabTest {
-    Lanes entry_at_most;  // the latest entry and the earliest exit, each from below and above
-    Lanes entry_at_least;
-    Lanes exit_at_most;
-    Lanes exit_at_least;
+    Lanes entry;     // the latest one
+    Lanes exit;      // the earliest one
+    Lanes furthest;  // of all, in magnitude
     Mask is_sure;
     Mask is_inside;  // of the slabs that it is parallel to
 };
 
 inline void CutToSlab(SlabTest& test, const ProbedAxis& axis, Lanes low, Lanes high) {
-    const Lanes x = low - axis.p;
-    const Lanes extent = high - low;
     if (!axis.is_steep) {
+        const Lanes extent = high - low;
         const Lanes beyond_low = axis.p - low;
         test.is_inside &= (beyond_low >= 0.0) & (beyond_low <= extent);
-        test.is_sure &= (extent >= axis.least_parallel_extent) & (extent > kTinyExtent) &
+        test.is_sure &= (extent >= axis.least_parallel_extent) & (extent > kShortest) &
                         (extent < kLargestExtent) &
                         ((beyond_low >= 0.0) | (beyond_low <= -kSmallestDistance));
         return;
     }
-    const Lanes y = high - axis.p;
-    const Lanes furthest = Larger(Magnitude(x), Magnitude(y));
-    const Lanes t0 = x * axis.reciprocal;
-    const Lanes t1 = y * axis.reciprocal;
-    const Lanes margin = furthest * axis.margin;
+    const Lanes t0 = (low - axis.p) * axis.reciprocal;
+    const Lanes t1 = (high - axis.p) * axis.reciprocal;
     const Lanes entry = Smaller(t0, t1);
     const Lanes exit = Larger(t0, t1);
-    test.entry_at_least = Larger(test.entry_at_least, entry - margin);
-    test.entry_at_most = Larger(test.entry_at_most, entry + margin);
-    test.exit_at_least = Smaller(test.exit_at_least, exit - margin);
-    test.exit_at_most = Smaller(test.exit_at_most, exit + margin);
-    test.is_sure &= (extent > furthest * kExtentPerDistance + kTinyExtent) &
-                    (extent < axis.largest_steep_extent);
+    test.entry = Larger(test.entry, entry);
+    test.exit = Smaller(test.exit, exit);
+    test.furthest = Larger(Larger(test.furthest, exit), -entry);
+    test.is_sure &= exit - entry > kShortest;
 }
 
 inline bool IsWithin(double x, double bound) {
@@ -121,6 +112,21 @@ inline bool IsOrdinary(const GBoreLine& line) {
            IsWithin(p.m_z, kLargestExtent) && IsWithin(d.m_x, kLargestDirection) &&
            IsWithin(d.m_y, kLargestDirection) && IsWithin(d.m_z, kLargestDirection) &&
            IsWithin(line.m_front, DBL_MAX) && IsWithin(line.m_back, DBL_MAX);
+}
+
+// One bit of each answer, and of whether it is sure.
+struct SlabAnswers {
+    unsigned hits;
+    unsigned sure;
+};
+
+inline SlabAnswers Decide(const SlabTest& test) {
+    const Lanes margin = test.furthest * kMargin;
+    const Lanes leg = test.exit - test.entry;
+    const unsigned outside = Bits(~test.is_inside);
+    const unsigned hits = Bits(leg >= margin) & ~outside;
+    const unsigned misses = Bits(leg < -margin) | outside;
+    return {hits, (hits | misses) & Bits(test.is_sure & (test.furthest < kFurthest))};
 }
 
 unsigned long BoreLineAndBoxes(const GBoreLine& bore_line, double enlargement, const GBox* boxes,
@@ -138,21 +144,21 @@ unsigned long BoreLineAndBoxes(const GBoreLine& bore_line, double enlargement, c
     unsigned long hits = 0;
     ForGroups(count, [&](unsigned long i, unsigned n) {
         const Corners box = Load(boxes + i, n);
-        SlabTest test = {All(begin), All(begin), All(end), All(end), can_be_sure, all};
+        SlabTest test = {All(begin), All(end), Lanes{}, can_be_sure, all};
         CutToSlab(test, x, box.low.x - e, box.high.x + e);
         CutToSlab(test, y, box.low.y - e, box.high.y + e);
         CutToSlab(test, z, box.low.z - e, box.high.z + e);
-        const Mask is_hit = test.exit_at_least >= test.entry_at_most;
-        const Mask is_miss = test.exit_at_most < test.entry_at_least;
+        SlabAnswers answer = Decide(test);
         const unsigned wanted = (1U << n) - 1;
-        const unsigned sure = Bits(test.is_sure & (is_hit | is_miss | ~test.is_inside)) & wanted;
-        unsigned answer = Bits(is_hit & test.is_inside) & sure;
-        for (unsigned k = 0; sure != wanted && k < n; ++k) {
-            if ((sure >> k & 1U) == 0 && (line && boxes[i + k])) {
-                answer |= 1U << k;
+        if ((answer.sure & wanted) != wanted) {
+            for (unsigned k = 0; k < n; ++k) {
+                if ((answer.sure >> k & 1U) == 0) {
+                    answer.hits &= ~(1U << k);
+                    answer.hits |= line && boxes[i + k] ? 1U << k : 0U;
+                }
             }
         }
-        hits += StoreBits(answers + i, n, answer);
+        hits += StoreBits(answers + i, n, answer.hits);
     });
     return hits;
 }
