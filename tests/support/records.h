@@ -93,10 +93,6 @@ double Distance(const Record& a, const Record& b) {
     return largest;
 }
 
-inline bool IsFinite(const std::vector<double>& numbers) {
-    return std::all_of(numbers.begin(), numbers.end(), [](double x) { return std::isfinite(x); });
-}
-
 /// A seeded generator (SplitMix64) of records; the same numbers on every platform.
 class Random {
   public:

@@ -119,7 +119,7 @@ TEST(OverlapTests, NeverMissABoxThatSharesAPoint) {
         check(fence && box, Holds(fence, p) == 1);
 
         const GBoreLine l = random.BoreLine();
-        check(l && box, box >> Sample(random, l, 1 - 1e-9) == 1);
+        check(l && box, (box >> Sample(random, l, 1 - 1e-9)) == 1);
     }
     EXPECT_GT(missed, 3000) << "tests that always answer 1 would pass";
     EXPECT_GT(shared, 1000);
