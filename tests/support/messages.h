@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <kvgeom/kernel/assertion_hook.h>
+#include "tests/support/records.h"
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <utility>
@@ -22,6 +24,15 @@ class MessageRecorder {
     /// The messages since the last call.
     Messages Take() { return std::exchange(Store(), {}); }
 
+    /// That the result, a record or a single number, consists of these numbers, and that these
+    /// messages, if any, were passed since the last call.
+    template <class Result>
+    void Expect(const Result& got, const std::vector<double>& numbers,
+                const Messages& messages = {}, int line = __builtin_LINE()) {
+        EXPECT_EQ(Numbers(got), numbers) << "line " << line;
+        EXPECT_EQ(Take(), messages) << "line " << line;
+    }
+
   private:
     static Messages& Store() {
         static Messages messages;
@@ -33,5 +44,6 @@ class MessageRecorder {
 };
 
 inline const char* const kNullUnitVector = "GUnitVector: tried to create a NULL unit vector";
+inline const char* const kNullUnitVector2d = "GUnitVector2d: tried to create a NULL unit vector";
 
 }  // namespace kvgeom::test

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <type_traits>
 #include <vector>
 
 namespace kvgeom::test {
@@ -32,9 +33,12 @@ inline double Down(double x) {
     return std::nextafter(x, 0.0);
 }
 
-/// The numbers that a record consists of, in order.
+/// The numbers that a record consists of, in order; a number is one by itself.
 template <class Record>
 std::vector<double> Numbers(const Record& record) {
+    if constexpr (std::is_arithmetic_v<Record>) {
+        return {static_cast<double>(record)};
+    }
     constexpr size_t kBytes = sizeof(Record);
     std::vector<double> numbers(kBytes / sizeof(double));
     std::memcpy(numbers.data(), &record, numbers.size() * sizeof(double));
@@ -87,10 +91,6 @@ double Distance(const Record& a, const Record& b) {
         largest = difference <= largest ? largest : difference;  // NaN stays
     }
     return largest;
-}
-
-inline bool IsFinite(const std::vector<double>& numbers) {
-    return std::all_of(numbers.begin(), numbers.end(), [](double x) { return std::isfinite(x); });
 }
 
 /// A seeded generator (SplitMix64) of records; the same numbers on every platform.

@@ -48,82 +48,71 @@ void* operator new[](std::size_t size) {
 namespace kvgeom::test {
 namespace {
 
-// A polygon of so many points, closed.
-std::vector<GPosition> Polygon(unsigned long count) {
-    std::vector<GPosition> points;
-    for (unsigned long i = 0; i < count; ++i) {
-        const double angle = 2 * kPi * static_cast<double>(i) / static_cast<double>(count - 1);
-        points.push_back({std::cos(angle), std::sin(angle), 0});
+// A closed profile of so many points.
+std::vector<GPosition> Profile(unsigned long count) {
+    std::vector<GPosition> points(count);
+    for (unsigned long i = 1; i + 1 < count; ++i) {
+        const double t = static_cast<double>(i);
+        points[i] = {t, t * t, 0};
     }
-    points.back() = points.front();
     return points;
 }
 
 struct Outcome {
-    int meets;
-    GBox ranges[3];
-    Messages messages;
     int requests;
+    int meets;
+    std::array<GBox, 3> ranges;
+    Messages messages;
 };
 
-// Every operation with scratch memory on a polygon of count points, each granted so many requests.
+// Every operation with scratch memory on a profile, granted so many requests together.
 Outcome RunAll(unsigned long count, int granted) {
-    std::vector<GPosition> points = Polygon(count);
+    std::vector<GPosition> points = Profile(count);
     const GPtFence fence = {count, points.data(), kZ, 2, -1};
+    const GRtPrism prism = {ScaleTransf(2), points.data(), count, 3};
     MessageRecorder recorder;
+    Outcome outcome;
     const int before = g_blocks_in_use;
-    Outcome outcome = {};
-    const auto with_requests = [&outcome, granted](auto operation) {
-        g_requests_granted = granted;
-        const auto result = operation();
-        outcome.requests += granted - g_requests_granted;
-        g_requests_granted = INT_MAX;
-        return result;
-    };
-    outcome.meets = with_requests([&] { return fence && BuildBox(0, 0, 0, 1, 1, 1); });
-    outcome.ranges[0] = with_requests([&] { return PtFenceRange(fence); });
-    outcome.ranges[1] = with_requests([&] { return PtFrustumRange({fence, {0, 0, -3}}); });
-    outcome.ranges[2] = with_requests([&] {
-        return RtPrismRange({ScaleTransf(2), points.data(), count, 3});
-    });
-    outcome.messages = recorder.Take();
+    g_requests_granted = granted;
+    outcome.meets = fence && BuildBox(1, 1, 0, 2, 4, 1);
+    outcome.ranges = {PtFenceRange(fence), PtFrustumRange({fence, {0, 0, -3}}),
+                      RtPrismRange(prism)};
+    outcome.requests = granted - g_requests_granted;
     EXPECT_EQ(g_blocks_in_use, before) << "scratch memory is given back on every path";
+    outcome.messages = recorder.Take();
     return outcome;
 }
 
 TEST(NoMemory, IsNeededOnlyBeyondTheFixedSizes) {
-    const struct {
-        unsigned long count;
-        int requests;
-    } rows[] = {{4, 0}, {6, 0}, {7, 2}, {100, 2}, {101, 5}, {150, 5}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(RunAll(row.count, 10).requests, row.requests) << row.count;
-        EXPECT_EQ(RunAll(row.count, 10).messages, Messages{});
+    const std::pair<unsigned long, int> rows[] = {{4, 0},   {6, 0},   {7, 2},
+                                                  {100, 2}, {101, 5}, {150, 5}};
+    for (const auto& [count, requests] : rows) {
+        const Outcome outcome = RunAll(count, 10);
+        EXPECT_EQ(outcome.requests, requests) << count;
+        EXPECT_EQ(outcome.messages, Messages{});
+        EXPECT_EQ(outcome.meets, 1);
+        EXPECT_EQ(outcome.ranges[0].m_high.m_z, 2);
     }
 }
 
 TEST(NoMemory, GivesTheStatedFallbacks) {
-    const Outcome granted = RunAll(150, 10);
-    EXPECT_EQ(granted.meets, 1);
-    EXPECT_NEAR(granted.ranges[0].m_high.m_z, 2, 1e-15);
+    const Messages no_memory = {"PtFence&&: no memory"};
     for (const int requests : {0, 1}) {
         const Outcome refused = RunAll(150, requests);
         EXPECT_EQ(refused.meets, 0);
-        EXPECT_EQ(refused.messages, Messages{"PtFence&&: no memory"});
+        EXPECT_EQ(refused.messages, no_memory);
         for (const GBox& range : refused.ranges) {
-            if (requests == 0) {
-                EXPECT_EQ(Numbers(range), std::vector<double>(6, 0.0));
-            }
+            EXPECT_EQ(Numbers(range), std::vector<double>(6, 0.0));
         }
     }
     // Counts whose planes no memory could hold, or whose number overflows.
-    std::vector<GPosition> points = Polygon(4);
+    std::vector<GPosition> points = Profile(4);
     MessageRecorder recorder;
+    g_requests_granted = INT_MAX;
     for (const unsigned long count : {ULONG_MAX, ULONG_MAX - 1, ULONG_MAX / 2 + 1}) {
         const GPtFence fence = {count, points.data(), kZ, 2, -1};
-        EXPECT_EQ(fence && BuildBox(0, 0, 0, 1, 1, 1), 0);
-        EXPECT_EQ(recorder.Take(), Messages{"PtFence&&: no memory"});
-        EXPECT_EQ(Numbers(PtFenceRange(fence)), std::vector<double>(6, 0.0));
+        recorder.Expect(fence && BuildBox(0, 0, 0, 1, 1, 1), {0}, no_memory);
+        recorder.Expect(PtFenceRange(fence), std::vector<double>(6, 0.0));
     }
 }
 
