@@ -51,7 +51,8 @@ inline Lanes Magnitude(Lanes x) {
 
 inline Lanes SquareRoot(Lanes x) {
 #if defined(__AVX512F__)
-    return _mm512_sqrt_pd(x);
+    // The plain form begins with a register that GCC 12 warns of as uninitialised.
+    return _mm512_maskz_sqrt_pd(0xFF, x);
 #elif defined(__AVX2__)
     return _mm256_sqrt_pd(x);
 #elif defined(__SSE2__)
