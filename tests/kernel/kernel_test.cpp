@@ -84,6 +84,7 @@ TEST(AssertionHook, IsReturnedWhenReplacedAndSilentWhenNull) {
     EXPECT_EQ(SetAssertHook(nullptr), nullptr);
     Gassert_debug("nobody listens");
     static std::string heard;
+    heard.clear();
     const GAssertHook hook = [](const char* message) { heard += message; };
     SetAssertHook(hook);
     Gassert_debug("%s is passed as it is");

@@ -80,7 +80,7 @@ unsigned long Count(const Elements& elements) {
     return static_cast<unsigned long>(elements.size());
 }
 
-/// The largest difference between two records' numbers.
+/// The largest difference between two records' numbers; NaN when there is one.
 template <class Record>
 double Distance(const Record& a, const Record& b) {
     const std::vector<double> x = Numbers(a);
@@ -88,7 +88,7 @@ double Distance(const Record& a, const Record& b) {
     double largest = 0;
     for (size_t i = 0; i < x.size(); ++i) {
         const double difference = std::fabs(x[i] - y[i]);
-        largest = difference <= largest ? largest : difference;  // NaN stays
+        largest = difference > largest || std::isnan(difference) ? difference : largest;
     }
     return largest;
 }
