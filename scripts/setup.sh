@@ -13,7 +13,8 @@ packages_for_windows=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix cmake 
   googletest pkg-config python3 wine wine64)
 packages_to_compare=("${packages_for_linux32[@]}" "${packages_for_windows[@]}" clang g++-aarch64-linux-gnu
   qemu-user)
-packages_to_bench=(g++ cmake ninja-build libbenchmark-dev)
+packages_to_bench=(g++ cmake ninja-build libbenchmark-dev libeigen3-dev libimath-dev libocct-foundation-dev
+  libocct-modeling-data-dev libcgal-dev python3)
 # A real building to try it on.
 packages_with_models=(assimp-testmodels)
 packages_to_check=(clang clang-format clang-tidy libclang-rt-14-dev)
