@@ -1,30 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/batch/composition.h>
+#include <kvgeom/batch/kernels.h>
+#include <kvgeom/kernel/tolerance_state.h>
+#include <kvgeom/maps/clear_rotation.h>
+#include <kvgeom/maps/similarity.h>
 
-namespace {
-
-template <class Record, class Operation>
-void ForEach(unsigned long count, Record* results, Operation operation) {
-    for (unsigned long i = 0; i < count; ++i) {
-        results[i] = operation(i);
-    }
-}
-
-}  // namespace
+using namespace kvgeom::detail;
 
 void ComposeTransfs(const GTransf* first, const GTransf* second, unsigned long count,
                     GTransf* results) {
-    ForEach(count, results, [=](unsigned long i) { return first[i] * second[i]; });
+    g_kernels->compose_transfs(first, second, ClearRotation(RelativeTolerance()), count, results);
 }
 
 void InvertTransfs(const GTransf* transfs, unsigned long count, GTransf* results) {
-    ForEach(count, results, [=](unsigned long i) { return transfs[i].Inverse(); });
+    for (unsigned long i = 0; i < count; ++i) {
+        results[i] = InverseOf(transfs[i]);
+    }
 }
 
 void Compose4x4s(const G4x4* left, const G4x4* right, unsigned long count, G4x4* results) {
-    ForEach(count, results, [=](unsigned long i) { return left[i] * right[i]; });
+    g_kernels->compose_4x4s(left, right, count, results);
 }
 
 void Invert4x4s(const G4x4* matrices, unsigned long count, G4x4* results) {
-    ForEach(count, results, [=](unsigned long i) { return matrices[i].Inverse(); });
+    g_kernels->invert_4x4s(matrices, count, results);
 }

@@ -60,6 +60,11 @@ struct Kernels {
     unsigned long (*place_positions)(const TestedPlane*, unsigned long planes, double tol,
                                      const GPosition*, unsigned long, unsigned char*);
 
+    void (*compose_transfs)(const GTransf*, const GTransf*, double clear_rotation, unsigned long,
+                            GTransf*);
+    void (*compose_4x4s)(const G4x4*, const G4x4*, unsigned long, G4x4*);
+    void (*invert_4x4s)(const G4x4*, unsigned long, G4x4*);
+
     // The box around points, of which there is at least one.
     GBox (*box_of_positions)(const GPosition*, unsigned long);
     GBox (*unite_boxes)(const GBox*, unsigned long, double tol);

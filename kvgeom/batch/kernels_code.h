@@ -4,6 +4,7 @@
 // All kernels, for whichever processor the source that includes this is compiled for.
 
 #include <kvgeom/batch/box_tests_code.h>
+#include <kvgeom/batch/composition_code.h>
 #include <kvgeom/batch/kernels.h>
 #include <kvgeom/batch/mapping_code.h>
 #include <kvgeom/batch/point_tests_code.h>
@@ -32,6 +33,9 @@ constexpr Kernels MakeKernels(const char* name) {
             BoreLineHoldsPositions,
             PlanesHoldPositions,
             PlacePositions,
+            ComposeEachTransf,
+            ComposeEach4x4,
+            InvertEach4x4,
             BoxOfPositions,
             UniteBoxesThatAreNotNull};
 }

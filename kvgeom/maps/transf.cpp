@@ -3,6 +3,7 @@
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/square_root.h>
 #include <kvgeom/kernel/tolerance_state.h>
+#include <kvgeom/maps/clear_rotation.h>
 #include <kvgeom/maps/fixed_maps.h>
 #include <kvgeom/maps/similarity.h>
 #include <kvgeom/maps/transf.h>
@@ -88,7 +89,9 @@ GTransf BuildTransf(const GMatrix& m, const GVector& t, double scaling, int hasR
 
 GTransf operator*(const GTransf& a, const GTransf& b) {
     return Composed(a, b, [](const GTransf& composed) {
-        return HasAngleBeyond(Decompose(composed.m_matrix), RelativeTolerance());
+        const double tol = RelativeTolerance();
+        return RotatesClearly(composed.m_matrix, ClearRotation(tol)) ||
+               HasAngleBeyond(Decompose(composed.m_matrix), tol);
     });
 }
 
