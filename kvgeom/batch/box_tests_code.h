@@ -12,8 +12,8 @@ namespace {
 
 // Each group of records through a test of lanes. Returns the number of those that pass.
 template <class Record, class Test>
-unsigned long TestGroups(const Record* records, unsigned long count, unsigned char* answers,
-                         Test test) {
+[[gnu::flatten]] unsigned long TestGroups(const Record* records, unsigned long count,
+                                          unsigned char* answers, Test test) {
     unsigned long passed = 0;
     ForGroups(count, [&](unsigned long i, unsigned n) {
         passed += StoreBits(answers + i, n, Bits(test(Load(records + i, n))));
@@ -129,8 +129,21 @@ inline SlabAnswers Decide(const SlabTest& test) {
     return {hits, (hits | misses) & Bits(test.is_sure & (test.furthest < kFurthest))};
 }
 
-unsigned long BoreLineAndBoxes(const GBoreLine& bore_line, double enlargement, const GBox* boxes,
-                               unsigned long count, unsigned char* answers) {
+// The answers that aren't sure, by the single test.
+[[gnu::noinline]] unsigned DecideEach(const GBoreLine& line, const GBox* boxes, unsigned n,
+                                      SlabAnswers answer) {
+    for (unsigned k = 0; k < n; ++k) {
+        if ((answer.sure >> k & 1U) == 0) {
+            answer.hits &= ~(1U << k);
+            answer.hits |= line && boxes[k] ? 1U << k : 0U;
+        }
+    }
+    return answer.hits;
+}
+
+[[gnu::flatten]] unsigned long BoreLineAndBoxes(const GBoreLine& bore_line, double enlargement,
+                                                const GBox* boxes, unsigned long count,
+                                                unsigned char* answers) {
     const GBoreLine line = bore_line;
     const ProbedAxis x(line.m_point.m_x, line.m_direction.m_x);
     const ProbedAxis y(line.m_point.m_y, line.m_direction.m_y);
@@ -151,12 +164,7 @@ unsigned long BoreLineAndBoxes(const GBoreLine& bore_line, double enlargement, c
         SlabAnswers answer = Decide(test);
         const unsigned wanted = (1U << n) - 1;
         if ((answer.sure & wanted) != wanted) {
-            for (unsigned k = 0; k < n; ++k) {
-                if ((answer.sure >> k & 1U) == 0) {
-                    answer.hits &= ~(1U << k);
-                    answer.hits |= line && boxes[i + k] ? 1U << k : 0U;
-                }
-            }
+            answer.hits = DecideEach(line, boxes + i, n, answer);
         }
         hits += StoreBits(answers + i, n, answer.hits);
     });
@@ -170,8 +178,9 @@ inline Lanes Distance(const TestedPlane& plane, Lanes x, Lanes y, Lanes z) {
     return n.m_x * (x + o.m_x) + n.m_y * (y + o.m_y) + n.m_z * (z + o.m_z);
 }
 
-unsigned long PlanesAndBoxes(const TestedPlane* planes, unsigned long plane_count, double limit,
-                             const GBox* boxes, unsigned long count, unsigned char* answers) {
+[[gnu::flatten]] unsigned long PlanesAndBoxes(const TestedPlane* planes, unsigned long plane_count,
+                                              double limit, const GBox* boxes, unsigned long count,
+                                              unsigned char* answers) {
     return TestGroups(boxes, count, answers, [=](const Corners& box) {
         const Lanes sides[3][2] = {
             {box.low.x, box.high.x}, {box.low.y, box.high.y}, {box.low.z, box.high.z}};
@@ -186,8 +195,8 @@ unsigned long PlanesAndBoxes(const TestedPlane* planes, unsigned long plane_coun
     });
 }
 
-unsigned long BoxAndBoxes(const GBox& box, double tol, const GBox* boxes, unsigned long count,
-                          unsigned char* answers) {
+[[gnu::flatten]] unsigned long BoxAndBoxes(const GBox& box, double tol, const GBox* boxes,
+                                           unsigned long count, unsigned char* answers) {
     const GPosition low = box.m_low;
     const GPosition high = box.m_high;
     return TestGroups(boxes, count, answers, [=](const Corners& b) {
@@ -206,8 +215,8 @@ inline Mask IsOutside(const Triples& p, const GBox& box) {
            IsOutside(p.z, box.m_low.m_z, box.m_high.m_z);
 }
 
-unsigned long BoxHoldsBoxes(const GBox& enlarged, const GBox* boxes, unsigned long count,
-                            unsigned char* answers) {
+[[gnu::flatten]] unsigned long BoxHoldsBoxes(const GBox& enlarged, const GBox* boxes,
+                                             unsigned long count, unsigned char* answers) {
     const GBox box = enlarged;
     return TestGroups(boxes, count, answers, [=](const Corners& b) {
         return ~(IsOutside(b.low, box) | IsOutside(b.high, box));

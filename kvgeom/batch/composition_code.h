@@ -87,16 +87,22 @@ inline bool Compose(const GTransf& first, const GTransf& second, double clear_ro
     return true;
 }
 
-void ComposeEachTransf(const GTransf* first, const GTransf* second, double clear_rotation,
-                       unsigned long count, GTransf* results) {
+[[gnu::noinline]] void ComposeSingly(const GTransf& first, const GTransf& second, GTransf& result) {
+    result = first * second;
+}
+
+[[gnu::flatten]] void ComposeEachTransf(const GTransf* first, const GTransf* second,
+                                        double clear_rotation, unsigned long count,
+                                        GTransf* results) {
     for (unsigned long i = 0; i < count; ++i) {
         if (!Compose(first[i], second[i], clear_rotation, results[i])) {
-            results[i] = first[i] * second[i];
+            ComposeSingly(first[i], second[i], results[i]);
         }
     }
 }
 
-void ComposeEach4x4(const G4x4* left, const G4x4* right, unsigned long count, G4x4* results) {
+[[gnu::flatten]] void ComposeEach4x4(const G4x4* left, const G4x4* right, unsigned long count,
+                                     G4x4* results) {
     for (unsigned long i = 0; i < count; ++i) {
         const double* const a = left[i].m_matrix;
         const double* const b = right[i].m_matrix;
@@ -232,7 +238,13 @@ inline Mask Invert(const Matrices& matrices, Matrices& inverse) {
     return is_singular;
 }
 
-void InvertEach4x4(const G4x4* matrices, unsigned long count, G4x4* results) {
+[[gnu::noinline]] void InvertSingly(const G4x4* matrices, unsigned n, G4x4* results) {
+    for (unsigned i = 0; i < n; ++i) {
+        results[i] = matrices[i].Inverse();
+    }
+}
+
+[[gnu::flatten]] void InvertEach4x4(const G4x4* matrices, unsigned long count, G4x4* results) {
     ForGroups(count, [=](unsigned long i, unsigned n) {
         if (n == kFull) {
             Matrices inverse;
@@ -242,9 +254,7 @@ void InvertEach4x4(const G4x4* matrices, unsigned long count, G4x4* results) {
                 return;
             }
         }
-        for (unsigned long k = i; k < i + n; ++k) {
-            results[k] = matrices[k].Inverse();
-        }
+        InvertSingly(matrices + i, n, results + i);
     });
 }
 

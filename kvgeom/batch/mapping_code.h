@@ -46,39 +46,48 @@ inline Triples Moved(const Triples& v, double x, double y, double z) {
 
 // Each group of records through a map of lanes.
 template <class Record, class Map>
-void MapGroups(const Record* records, unsigned long count, Record* images, Map map) {
+[[gnu::flatten]] void MapGroups(const Record* records, unsigned long count, Record* images,
+                                Map map) {
     ForGroups(count, [=](unsigned long i, unsigned n) {
         Store(images + i, n, map(Load(records + i, n)));
     });
 }
 
-// The same where the map may refuse: it stores the images and returns true, or the single operation
-// takes the group's elements one by one.
-template <class Record, class Map, class Single>
-void MapGroupsOrEach(const Record* records, unsigned long count, Record* images, Map map,
-                     Single single) {
-    ForGroups(count, [=](unsigned long i, unsigned n) {
+// Not inlined into kernels, which shall not grow by what is rarely needed.
+template <class Record, class Map>
+[[gnu::noinline]] void MapEach(const Record* records, unsigned n, Record* images, const Map& map) {
+    for (unsigned i = 0; i < n; ++i) {
+        Record image = records[i];
+        image *= map;
+        images[i] = image;
+    }
+}
+
+// The same where the map of lanes may refuse: then the single operation takes the group's elements
+// one by one.
+template <class Record, class LanesMap, class Map>
+void MapGroupsOrEach(const Record* records, unsigned long count, Record* images, LanesMap lanes_map,
+                     const Map& map) {
+    ForGroups(count, [=, &map](unsigned long i, unsigned n) {
         decltype(Load(records, n)) image;
-        const Mask is_mapped = map(Load(records + i, n), image);
+        const Mask is_mapped = lanes_map(Load(records + i, n), image);
         const unsigned wanted = (1U << n) - 1;
         if ((Bits(is_mapped) & wanted) == wanted) {
             Store(images + i, n, image);
-            return;
-        }
-        for (unsigned long k = i; k < i + n; ++k) {
-            images[k] = single(records[k]);
+        } else {
+            MapEach(records + i, n, images + i, map);
         }
     });
 }
 
-void MapPositionsByMatrix(const GMatrix& matrix, const GPosition* positions, unsigned long count,
-                          GPosition* images) {
+[[gnu::flatten]] void MapPositionsByMatrix(const GMatrix& matrix, const GPosition* positions,
+                                           unsigned long count, GPosition* images) {
     const LinearRows rows = RowsOf(matrix);
     MapGroups(positions, count, images, [=](const Triples& p) { return RowForm(p, rows); });
 }
 
-void MapPositionsByTransf(const GTransf& t, const GPosition* positions, unsigned long count,
-                          GPosition* images) {
+[[gnu::flatten]] void MapPositionsByTransf(const GTransf& t, const GPosition* positions,
+                                           unsigned long count, GPosition* images) {
     const LinearRows rows = RowsOf(t.m_matrix);
     const double s = t.m_scaling;
     const GVector v = t.m_translation;
@@ -87,8 +96,8 @@ void MapPositionsByTransf(const GTransf& t, const GPosition* positions, unsigned
     });
 }
 
-void MapVectorsByTransf(const GTransf& t, const GVector* vectors, unsigned long count,
-                        GVector* images) {
+[[gnu::flatten]] void MapVectorsByTransf(const GTransf& t, const GVector* vectors,
+                                         unsigned long count, GVector* images) {
     const LinearRows rows = RowsOf(t.m_matrix);
     const double s = t.m_scaling;
     MapGroups(vectors, count, images,
@@ -119,18 +128,17 @@ inline bool HasNoProjection(const G4x4& a) {
            a.m_matrix[15] == 1.0;
 }
 
-void MapPositionsByG4x4(const G4x4& map, const GPosition* positions, unsigned long count,
-                        GPosition* images) {
+[[gnu::flatten]] void MapPositionsByG4x4(const G4x4& map, const GPosition* positions,
+                                         unsigned long count, GPosition* images) {
     const G4x4 a = map;
     const LinearRows rows = RowsOf(a);
-    const auto single = [&a](const GPosition& p) { return a * p; };
     if (HasNoProjection(a)) {
         // The weight of a finite point is exactly 1.
         const auto map_affine = [=](const Triples& p, Triples& image) {
             image = Moved(RowForm(p, rows), a);
             return IsFinite(p);
         };
-        MapGroupsOrEach(positions, count, images, map_affine, single);
+        MapGroupsOrEach(positions, count, images, map_affine, a);
         return;
     }
     const auto project = [=](const Triples& p, Triples& image) {
@@ -138,11 +146,11 @@ void MapPositionsByG4x4(const G4x4& map, const GPosition* positions, unsigned lo
         image = Scaled(Moved(RowForm(p, rows), a), 1 / weight);
         return IsWeight(weight);
     };
-    MapGroupsOrEach(positions, count, images, project, single);
+    MapGroupsOrEach(positions, count, images, project, a);
 }
 
-void MapVectorsByG4x4(const G4x4& map, const GVector* vectors, unsigned long count,
-                      GVector* images) {
+[[gnu::flatten]] void MapVectorsByG4x4(const G4x4& map, const GVector* vectors, unsigned long count,
+                                       GVector* images) {
     const G4x4 a = map;
     const LinearRows rows = RowsOf(a);
     const auto project = [=](const Triples& v, Triples& image) {
@@ -150,7 +158,7 @@ void MapVectorsByG4x4(const G4x4& map, const GVector* vectors, unsigned long cou
         image = Scaled(RowForm(v, rows), 1 / weight);
         return IsWeight(weight);
     };
-    MapGroupsOrEach(vectors, count, images, project, [&a](const GVector& v) { return a * v; });
+    MapGroupsOrEach(vectors, count, images, project, a);
 }
 
 // The unit vectors along v; false for those of null length.
@@ -163,25 +171,25 @@ inline Mask Normalise(const Triples& v, Triples& direction) {
     return ~(length <= kUnitTolerance);
 }
 
-void MapUnitVectorsByMatrix(const GMatrix& matrix, const GUnitVector* directions,
-                            unsigned long count, GUnitVector* images) {
+[[gnu::flatten]] void MapUnitVectorsByMatrix(const GMatrix& matrix, const GUnitVector* directions,
+                                             unsigned long count, GUnitVector* images) {
     const GMatrix m = matrix;
     const LinearRows rows = RowsOf(m);
     const auto map = [=](const Triples& u, Triples& image) {
         return Normalise(RowForm(u, rows), image);
     };
-    MapGroupsOrEach(directions, count, images, map, [&m](const GUnitVector& u) { return u * m; });
+    MapGroupsOrEach(directions, count, images, map, m);
 }
 
-void MapUnitVectorsByG4x4(const G4x4& matrix, const GUnitVector* directions, unsigned long count,
-                          GUnitVector* images) {
+[[gnu::flatten]] void MapUnitVectorsByG4x4(const G4x4& matrix, const GUnitVector* directions,
+                                           unsigned long count, GUnitVector* images) {
     const G4x4 a = matrix;
     const LinearRows rows = RowsOf(a);
     const auto map = [=](const Triples& u, Triples& image) {
         const Lanes weight = Weight(u, a);
         return Normalise(Scaled(RowForm(u, rows), 1 / weight), image) & IsWeight(weight);
     };
-    MapGroupsOrEach(directions, count, images, map, [&a](const GUnitVector& u) { return a * u; });
+    MapGroupsOrEach(directions, count, images, map, a);
 }
 
 struct Extremes {
@@ -213,7 +221,8 @@ inline Mask AreFinite(const Corners& a, const Corners& b) {
     return sum * 0.0 == 0.0;
 }
 
-void MapBoxesByMatrix(const GMatrix& matrix, const GBox* boxes, unsigned long count, GBox* images) {
+[[gnu::flatten]] void MapBoxesByMatrix(const GMatrix& matrix, const GBox* boxes,
+                                       unsigned long count, GBox* images) {
     const GMatrix m = matrix;
     if (m.IsIdentity()) {
         __builtin_memmove(images, boxes, count * sizeof(GBox));
@@ -224,10 +233,11 @@ void MapBoxesByMatrix(const GMatrix& matrix, const GBox* boxes, unsigned long co
         image = MapExtremes(box, rows);
         return AreFinite(box, image);
     };
-    MapGroupsOrEach(boxes, count, images, map, [&m](const GBox& box) { return box * m; });
+    MapGroupsOrEach(boxes, count, images, map, m);
 }
 
-void MapBoxesByTransf(const GTransf& transf, const GBox* boxes, unsigned long count, GBox* images) {
+[[gnu::flatten]] void MapBoxesByTransf(const GTransf& transf, const GBox* boxes,
+                                       unsigned long count, GBox* images) {
     const GTransf t = transf;
     const LinearRows rows = RowsOf(t.m_matrix);
     const double s = t.m_scaling;
@@ -250,10 +260,11 @@ void MapBoxesByTransf(const GTransf& transf, const GBox* boxes, unsigned long co
         image = move(turned);
         return AreFinite(scaled, turned);
     };
-    MapGroupsOrEach(boxes, count, images, map, [&t](const GBox& box) { return box * t; });
+    MapGroupsOrEach(boxes, count, images, map, t);
 }
 
-void MapBoxesByG4x4(const G4x4& map, const GBox* boxes, unsigned long count, GBox* images) {
+[[gnu::flatten]] void MapBoxesByG4x4(const G4x4& map, const GBox* boxes, unsigned long count,
+                                     GBox* images) {
     const G4x4 a = map;
     const LinearRows rows = RowsOf(a);
     const auto map_affine = [=](const Corners& box, Corners& image) {
@@ -261,7 +272,7 @@ void MapBoxesByG4x4(const G4x4& map, const GBox* boxes, unsigned long count, GBo
         image = {Moved(turned.low, a), Moved(turned.high, a)};
         return AreFinite(box, image);
     };
-    MapGroupsOrEach(boxes, count, images, map_affine, [&a](const GBox& box) { return a * box; });
+    MapGroupsOrEach(boxes, count, images, map_affine, a);
 }
 
 }  // namespace

@@ -8,15 +8,16 @@
 namespace kvgeom::detail {
 namespace {
 
-unsigned long BoxHoldsPositions(const GBox& enlarged, const GPosition* positions,
-                                unsigned long count, unsigned char* answers) {
+[[gnu::flatten]] unsigned long BoxHoldsPositions(const GBox& enlarged, const GPosition* positions,
+                                                 unsigned long count, unsigned char* answers) {
     const GBox box = enlarged;
     return TestGroups(positions, count, answers,
                       [=](const Triples& p) { return ~IsOutside(p, box); });
 }
 
-unsigned long BoreLineHoldsPositions(const GBoreLine& line, const GPosition* positions,
-                                     unsigned long count, unsigned char* answers) {
+[[gnu::flatten]] unsigned long BoreLineHoldsPositions(const GBoreLine& line,
+                                                      const GPosition* positions,
+                                                      unsigned long count, unsigned char* answers) {
     const GPosition p = line.m_point;
     const GUnitVector u = line.m_direction;
     const double front = line.m_front;
@@ -32,9 +33,10 @@ unsigned long BoreLineHoldsPositions(const GBoreLine& line, const GPosition* pos
     });
 }
 
-unsigned long PlanesHoldPositions(const TestedPlane* planes, unsigned long plane_count,
-                                  const GPosition* positions, unsigned long count,
-                                  unsigned char* answers) {
+[[gnu::flatten]] unsigned long PlanesHoldPositions(const TestedPlane* planes,
+                                                   unsigned long plane_count,
+                                                   const GPosition* positions, unsigned long count,
+                                                   unsigned char* answers) {
     return TestGroups(positions, count, answers, [=](const Triples& p) {
         Mask is_outside = {};
         for (unsigned long k = 0; k < plane_count; ++k) {
@@ -44,9 +46,9 @@ unsigned long PlanesHoldPositions(const TestedPlane* planes, unsigned long plane
     });
 }
 
-unsigned long PlacePositions(const TestedPlane* planes, unsigned long plane_count, double tol,
-                             const GPosition* positions, unsigned long count,
-                             unsigned char* answers) {
+[[gnu::flatten]] unsigned long PlacePositions(const TestedPlane* planes, unsigned long plane_count,
+                                              double tol, const GPosition* positions,
+                                              unsigned long count, unsigned char* answers) {
     constexpr unsigned char kOnBoundary = 2;
     unsigned long inside = 0;
     ForGroups(count, [&](unsigned long i, unsigned n) {

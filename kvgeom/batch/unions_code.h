@@ -14,7 +14,8 @@ namespace {
 // Of one component, number k of every record of so many doubles: a zero gets the sign of the first
 // zero there is.
 template <int size, class Counts>
-void KeepFirstZero(double& extreme, const double* numbers, unsigned long count, Counts counts) {
+[[gnu::flatten]] void KeepFirstZero(double& extreme, const double* numbers, unsigned long count,
+                                    Counts counts) {
     if (extreme != 0) {
         return;
     }
@@ -43,7 +44,7 @@ inline double LargestOf(Lanes x) {
 
 // Three vectors hold kLanes points, x, y, z by turns: each lane keeps to its component, and nothing
 // need be sorted before the end.
-GBox BoxOfPositions(const GPosition* positions, unsigned long count) {
+[[gnu::flatten]] GBox BoxOfPositions(const GPosition* positions, unsigned long count) {
     const auto* const numbers = reinterpret_cast<const double*>(positions);
     double room[3 * kLanes];
     for (int i = 0; i < 3 * kLanes; ++i) {
@@ -95,7 +96,7 @@ inline Mask IsReversed(const Corners& box, double t) {
            (box.low.z - t >= box.high.z);
 }
 
-GBox UniteBoxesThatAreNotNull(const GBox* boxes, unsigned long count, double t) {
+[[gnu::flatten]] GBox UniteBoxesThatAreNotNull(const GBox* boxes, unsigned long count, double t) {
     unsigned long first = 0;
     while (first < count && IsReversed(boxes[first], t)) {
         ++first;
