@@ -12,13 +12,15 @@ namespace {
 
 // Each group of records through a test of lanes. Returns the number of those that pass.
 template <class Record, class Test>
-[[gnu::flatten]] unsigned long TestGroups(const Record* records, unsigned long count,
-                                          unsigned char* answers, Test test) {
-    unsigned long passed = 0;
-    ForGroups(count, [&](unsigned long i, unsigned n) {
-        passed += StoreBits(answers + i, n, Bits(test(Load(records + i, n))));
-    });
-    return passed;
+unsigned long TestGroups(const Record* records, unsigned long count, unsigned char* answers,
+                         Test test) {
+    const auto test_group = [=](const Record* in, unsigned char* out) {
+        StoreBits(out, Bits(test(Load(in))));
+        return true;
+    };
+    ForGroups(records, count, answers, records, test_group,
+              [](const Record*, unsigned, unsigned char*) {});
+    return CountOnes(answers, count);
 }
 
 // A bore line against boxes
@@ -26,18 +28,24 @@ template <class Record, class Test>
 // The slab test of a single box divides by the box's extent E and by the slope d / E, four times an
 // axis. Its answer is one bit, and the quotients are, but for rounding,
 //     t0 = (A - p) / d  and  t1 = (B - p) / d
-// for the slab A..B. So x = A - p and y = B - p are multiplied by one reciprocal r = 1 / d. Let
-// u = 2^-53 and m = max(|A - p|, |B - p|), and neglect u^2. The single test's t0 has the errors of
-// p - A, of a quotient by E (the other one cancels it) and of one more quotient: 4 u m / |d|. Its
-// t1 has those of E and of (p - A) / E, 4 u m together, and three more of 1 - (p - A) / E and of
-// the quotients: 7 u m / |d|. The products x r and y r have 3 u m / |d|. So each of both is within
-// 10 u m / |d| of the other, whatever lies between; 2^-49 max(|x r|, |y r|) is more than that. The
-// latest entry and the earliest exit, which are extremes of such numbers and of the exact limits,
-// differ by no more than the largest of these bounds: a gap of twice that, either way, decides.
+// for the slab A..B, which is the box enlarged by e. Here they are low r - (p + e) r and
+// high r - (p - e) r with one reciprocal r = 1 / d an axis and call. Let u = 2^-53 and
+// m = max(|A - p|, |B - p|), and neglect u^2. In units of u |r|,
+// - the single test's t0 has the errors of p - A, of a quotient by E (the other one cancels it) and
+//   of one more quotient: 4 m. Its t1 has those of E and of (p - A) / E, 4 m together, and three
+//   more of 1 - (p - A) / E and of the quotients: 7 m.
+// - The rounding of A or B itself, which these here don't have, is m + |p|.
+// - Of these here, r has 1 m, the sum p + e and its product with r 2 (|p| + e), and the product and
+//   the sum with it 2 m + |p| + e (1 m where they are fused).
+// So both are within 11 m + 4 (|p| + e) of each other, less than 16 times the larger |t|, plus
+// 8 (|p| + e) |r|. The latest entry and the earliest exit, which are extremes of such numbers and
+// of the exact limits, differ by no more than the largest of these bounds: a gap of twice that,
+// either way, decides.
 //
-// For this E must not be 0 (then x r and y r are equal), nothing may underflow (they differ by
-// enough), and the single test must not take the line for parallel to the slab: d / E above 2^-52,
-// which |x r| and |y r| below 2^50 ensure.
+// For this E must not be 0 (then entry and exit are equal but for these errors, while with a gap of
+// twice the bound between all entries and exits E isn't), nothing may underflow, and the single
+// test must not take the line for parallel to the slab: d / E above 2^-52, which |t| below 2^48
+// ensures.
 //
 // Parallel to a slab is, for the single test, d / E up to 2^-52: sure for E from |d| 2^52 on, as
 // rounding is monotone. Then the quotient (p - A) / E is below 0 or above 1 exactly when p - A is
@@ -47,8 +55,9 @@ template <class Record, class Test>
 // What is not sure, a box in millions, goes to the single test.
 
 constexpr double kInversePrecision = 0x1p52;  // 1 / DBL_EPSILON
-constexpr double kMargin = 2 * 0x1p-49;
-constexpr double kFurthest = 0x1p50;
+constexpr double kFurthestMargin = 2 * 0x1p-49;
+constexpr double kOffsetMargin = 2 * 0x1p-50;
+constexpr double kFurthest = 0x1p48;
 constexpr double kShortest = 0x1p-400;
 // Slopes below this are looked at as if they were parallel, which they are against larger boxes.
 constexpr double kLeastSteepness = 0x1p-40;
@@ -62,56 +71,33 @@ struct ProbedAxis {
     bool is_steep;
     double p;
     double reciprocal;
+    double low_offset;
+    double high_offset;
+    double margin;
     double least_parallel_extent;
 
-    ProbedAxis(double point, double d) {
+    ProbedAxis(double point, double d, double enlargement) {
         const double magnitude = d < 0 ? -d : d;
         is_steep = magnitude >= kLeastSteepness;
         p = point;
         reciprocal = 1 / d;
+        low_offset = -(p + enlargement) * reciprocal;
+        high_offset = -(p - enlargement) * reciprocal;
+        margin = is_steep ? ((p < 0 ? -p : p) + enlargement) / magnitude * kOffsetMargin : 0;
         least_parallel_extent = magnitude * kInversePrecision;
     }
 };
 
-struct SlabTest {
-    Lanes entry;     // the latest one
-    Lanes exit;      // the earliest one
-    Lanes furthest;  // of all, in magnitude
-    Mask is_sure;
-    Mask is_inside;  // of the slabs that it is parallel to
+// Where the line enters and leaves the slabs of an axis.
+struct Span {
+    Lanes entry;
+    Lanes exit;
 };
 
-inline void CutToSlab(SlabTest& test, const ProbedAxis& axis, Lanes low, Lanes high) {
-    if (!axis.is_steep) {
-        const Lanes extent = high - low;
-        const Lanes beyond_low = axis.p - low;
-        test.is_inside &= (beyond_low >= 0.0) & (beyond_low <= extent);
-        test.is_sure &= (extent >= axis.least_parallel_extent) & (extent > kShortest) &
-                        (extent < kLargestExtent) &
-                        ((beyond_low >= 0.0) | (beyond_low <= -kSmallestDistance));
-        return;
-    }
-    const Lanes t0 = (low - axis.p) * axis.reciprocal;
-    const Lanes t1 = (high - axis.p) * axis.reciprocal;
-    const Lanes entry = Smaller(t0, t1);
-    const Lanes exit = Larger(t0, t1);
-    test.entry = Larger(test.entry, entry);
-    test.exit = Smaller(test.exit, exit);
-    test.furthest = Larger(Larger(test.furthest, exit), -entry);
-    test.is_sure &= exit - entry > kShortest;
-}
-
-inline bool IsWithin(double x, double bound) {
-    return -bound <= x && x <= bound;
-}
-
-inline bool IsOrdinary(const GBoreLine& line) {
-    const GPosition& p = line.m_point;
-    const GUnitVector& d = line.m_direction;
-    return IsWithin(p.m_x, kLargestExtent) && IsWithin(p.m_y, kLargestExtent) &&
-           IsWithin(p.m_z, kLargestExtent) && IsWithin(d.m_x, kLargestDirection) &&
-           IsWithin(d.m_y, kLargestDirection) && IsWithin(d.m_z, kLargestDirection) &&
-           IsWithin(line.m_front, DBL_MAX) && IsWithin(line.m_back, DBL_MAX);
+inline Span SpanOf(const ProbedAxis& axis, Lanes low, Lanes high) {
+    const Lanes t0 = MultiplyAdd(low, All(axis.reciprocal), All(axis.low_offset));
+    const Lanes t1 = MultiplyAdd(high, All(axis.reciprocal), All(axis.high_offset));
+    return {Smaller(t0, t1), Larger(t0, t1)};
 }
 
 // One bit of each answer, and of whether it is sure.
@@ -120,79 +106,111 @@ struct SlabAnswers {
     unsigned sure;
 };
 
-inline SlabAnswers Decide(const SlabTest& test) {
-    const Lanes margin = test.furthest * kMargin;
-    const Lanes leg = test.exit - test.entry;
-    const unsigned outside = Bits(~test.is_inside);
-    const unsigned hits = Bits(leg >= margin) & ~outside;
-    const unsigned misses = Bits(leg < -margin) | outside;
-    return {hits, (hits | misses) & Bits(test.is_sure & (test.furthest < kFurthest))};
-}
-
-// The answers that aren't sure, by the single test.
-[[gnu::noinline]] unsigned DecideEach(const GBoreLine& line, const GBox* boxes, unsigned n,
-                                      SlabAnswers answer) {
-    for (unsigned k = 0; k < n; ++k) {
-        if ((answer.sure >> k & 1U) == 0) {
-            answer.hits &= ~(1U << k);
-            answer.hits |= line && boxes[k] ? 1U << k : 0U;
-        }
+// Takes in an axis that is not steep.
+inline void CutToParallelSlab(SlabAnswers& answer, const ProbedAxis& axis, Lanes low, Lanes high,
+                              double e) {
+    if (axis.is_steep) {
+        return;
     }
-    return answer.hits;
+    const Lanes a = low - e;
+    const Lanes extent = high + e - a;
+    const Lanes beyond_low = axis.p - a;
+    const unsigned inside = Bits((beyond_low >= 0.0) & (beyond_low <= extent));
+    answer.hits &= inside;
+    answer.sure =
+        (answer.sure | ~inside) & Bits((extent >= axis.least_parallel_extent) &
+                                       (extent > kShortest) & (extent < kLargestExtent) &
+                                       ((beyond_low >= 0.0) | (beyond_low <= -kSmallestDistance)));
 }
 
-[[gnu::flatten]] unsigned long BoreLineAndBoxes(const GBoreLine& bore_line, double enlargement,
-                                                const GBox* boxes, unsigned long count,
-                                                unsigned char* answers) {
-    const GBoreLine line = bore_line;
-    const ProbedAxis x(line.m_point.m_x, line.m_direction.m_x);
-    const ProbedAxis y(line.m_point.m_y, line.m_direction.m_y);
-    const ProbedAxis z(line.m_point.m_z, line.m_direction.m_z);
+inline bool IsWithin(double x, double bound) {
+    return -bound <= x && x <= bound;
+}
+
+inline bool IsOrdinary(const GBoreLine& line, double enlargement) {
+    const GPosition& p = line.m_point;
+    const GUnitVector& d = line.m_direction;
+    return IsWithin(p.m_x, kLargestExtent) && IsWithin(p.m_y, kLargestExtent) &&
+           IsWithin(p.m_z, kLargestExtent) && IsWithin(d.m_x, kLargestDirection) &&
+           IsWithin(d.m_y, kLargestDirection) && IsWithin(d.m_z, kLargestDirection) &&
+           IsWithin(line.m_front, DBL_MAX) && IsWithin(line.m_back, DBL_MAX) && 0 <= enlargement &&
+           enlargement <= kLargestExtent;
+}
+
+// Not inlined into the kernel, which shall not grow by what is rarely needed.
+[[gnu::noinline]] void TestEach(const GBoreLine& line, const GBox* boxes, unsigned n,
+                                unsigned char* answers) {
+    for (unsigned k = 0; k < n; ++k) {
+        answers[k] = line && boxes[k] ? 1 : 0;
+    }
+}
+
+template <bool all_are_steep>
+[[gnu::flatten]] unsigned long BoreLineAndBoxes(const GBoreLine& line, double e,
+                                                const ProbedAxis (&axes)[3], const GBox* boxes,
+                                                unsigned long count, unsigned char* answers) {
+    const ProbedAxis x = axes[0];
+    const ProbedAxis y = axes[1];
+    const ProbedAxis z = axes[2];
     const bool is_reversed = line.m_back > line.m_front;
     const double begin = is_reversed ? line.m_front : line.m_back;
     const double end = is_reversed ? line.m_back : line.m_front;
-    const Mask all = (Lanes{} == Lanes{});
-    const Mask can_be_sure = IsOrdinary(line) ? all : ~all;
-    const double e = enlargement;
-    unsigned long hits = 0;
-    ForGroups(count, [&](unsigned long i, unsigned n) {
-        const Corners box = Load(boxes + i, n);
-        SlabTest test = {All(begin), All(end), Lanes{}, can_be_sure, all};
-        CutToSlab(test, x, box.low.x - e, box.high.x + e);
-        CutToSlab(test, y, box.low.y - e, box.high.y + e);
-        CutToSlab(test, z, box.low.z - e, box.high.z + e);
-        SlabAnswers answer = Decide(test);
-        const unsigned wanted = (1U << n) - 1;
-        if ((answer.sure & wanted) != wanted) {
-            answer.hits = DecideEach(line, boxes + i, n, answer);
+    double offset_margin = x.margin > y.margin ? x.margin : y.margin;
+    offset_margin = (z.margin > offset_margin ? z.margin : offset_margin) + kShortest;
+    // What isn't ordinary makes nothing sure.
+    const bool can_be_sure = IsOrdinary(line, e) && (x.is_steep || y.is_steep || z.is_steep);
+    const double furthest_of_all = can_be_sure ? kFurthest : -1;
+
+    const auto test_group = [=](const GBox* in, unsigned char* out) {
+        const Corners box = Load(in);
+        Span in_x = SpanOf(x, box.low.x, box.high.x);
+        Span in_y = SpanOf(y, box.low.y, box.high.y);
+        Span in_z = SpanOf(z, box.low.z, box.high.z);
+        if (!all_are_steep) {
+            const Span steep = x.is_steep ? in_x : y.is_steep ? in_y : in_z;
+            in_x = x.is_steep ? in_x : steep;
+            in_y = y.is_steep ? in_y : steep;
+            in_z = z.is_steep ? in_z : steep;
         }
-        hits += StoreBits(answers + i, n, answer.hits);
-    });
-    return hits;
+        const Lanes last_entry =
+            Larger(Larger(in_x.entry, in_y.entry), Larger(All(begin), in_z.entry));
+        const Lanes first_exit =
+            Smaller(Smaller(in_x.exit, in_y.exit), Smaller(All(end), in_z.exit));
+        const Lanes first_entry = Smaller(Smaller(in_x.entry, in_y.entry), in_z.entry);
+        const Lanes last_exit = Larger(Larger(in_x.exit, in_y.exit), in_z.exit);
+        const Lanes shortest = Smaller(Smaller(in_x.exit - in_x.entry, in_y.exit - in_y.entry),
+                                       in_z.exit - in_z.entry);
+        const Lanes furthest = Larger(last_exit, -first_entry);
+        const Lanes margin = MultiplyAdd(furthest, All(kFurthestMargin), All(offset_margin));
+        const Lanes leg = first_exit - last_entry;
+        SlabAnswers answer = {};
+        answer.hits = BitsBelow(margin, leg);
+        const unsigned misses = BitsBelow(leg, -margin) & BitsBelow(margin, shortest);
+        answer.sure = (answer.hits | misses) & BitsBelow(furthest, All(furthest_of_all));
+        if (!all_are_steep) {
+            CutToParallelSlab(answer, x, box.low.x, box.high.x, e);
+            CutToParallelSlab(answer, y, box.low.y, box.high.y, e);
+            CutToParallelSlab(answer, z, box.low.z, box.high.z, e);
+            answer.sure = can_be_sure ? answer.sure : 0;
+        }
+        StoreBits(out, answer.hits);
+        return AreAll(answer.sure);
+    };
+    ForGroups(
+        boxes, count, answers, boxes, test_group,
+        [&line](const GBox* in, unsigned n, unsigned char* out) { TestEach(line, in, n, out); });
+    return CountOnes(answers, count);
 }
 
-// The distance of a point from a plane, by way of the offset that the single tests take.
-inline Lanes Distance(const TestedPlane& plane, Lanes x, Lanes y, Lanes z) {
-    const GVector& n = plane.normal;
-    const GVector& o = plane.offset;
-    return n.m_x * (x + o.m_x) + n.m_y * (y + o.m_y) + n.m_z * (z + o.m_z);
-}
-
-[[gnu::flatten]] unsigned long PlanesAndBoxes(const TestedPlane* planes, unsigned long plane_count,
-                                              double limit, const GBox* boxes, unsigned long count,
-                                              unsigned char* answers) {
-    return TestGroups(boxes, count, answers, [=](const Corners& box) {
-        const Lanes sides[3][2] = {
-            {box.low.x, box.high.x}, {box.low.y, box.high.y}, {box.low.z, box.high.z}};
-        Mask is_outside = {};
-        for (unsigned long k = 0; k < plane_count; ++k) {
-            const TestedPlane& plane = planes[k];
-            const auto& high = plane.looks_high;
-            is_outside |= Distance(plane, sides[0][high[0] ? 1 : 0], sides[1][high[1] ? 1 : 0],
-                                   sides[2][high[2] ? 1 : 0]) < limit;
-        }
-        return ~is_outside;
-    });
+unsigned long BoreLineAndBoxes(const GBoreLine& line, double enlargement, const GBox* boxes,
+                               unsigned long count, unsigned char* answers) {
+    const GPosition& p = line.m_point;
+    const GUnitVector& d = line.m_direction;
+    const ProbedAxis axes[3] = {
+        {p.m_x, d.m_x, enlargement}, {p.m_y, d.m_y, enlargement}, {p.m_z, d.m_z, enlargement}};
+    return axes[0].is_steep && axes[1].is_steep && axes[2].is_steep
+               ? BoreLineAndBoxes<true>(line, enlargement, axes, boxes, count, answers)
+               : BoreLineAndBoxes<false>(line, enlargement, axes, boxes, count, answers);
 }
 
 [[gnu::flatten]] unsigned long BoxAndBoxes(const GBox& box, double tol, const GBox* boxes,

@@ -245,17 +245,15 @@ inline Mask Invert(const Matrices& matrices, Matrices& inverse) {
 }
 
 [[gnu::flatten]] void InvertEach4x4(const G4x4* matrices, unsigned long count, G4x4* results) {
-    ForGroups(count, [=](unsigned long i, unsigned n) {
-        if (n == kFull) {
-            Matrices inverse;
-            const Mask is_singular = Invert(LoadMatrices(matrices[i].m_matrix), inverse);
-            if (Bits(is_singular) == 0) {
-                StoreMatrices(results[i].m_matrix, inverse);
-                return;
-            }
+    const auto invert_group = [](const G4x4* in, G4x4* out) {
+        Matrices inverse;
+        if (Bits(Invert(LoadMatrices(in->m_matrix), inverse)) != 0) {
+            return false;
         }
-        InvertSingly(matrices + i, n, results + i);
-    });
+        StoreMatrices(out->m_matrix, inverse);
+        return true;
+    };
+    ForGroups(matrices, count, results, results, invert_group, InvertSingly);
 }
 
 }  // namespace

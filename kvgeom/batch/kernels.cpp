@@ -4,18 +4,22 @@
 #include <cstdlib>
 #include <cstring>
 
+#if defined(__linux__)
+#include <unistd.h>
+#endif
+
 namespace kvgeom::detail {
 namespace {
 
 #if defined(KVGEOM_HAS_DISPATCH)
 
 bool RunsAvx2() {
-    return __builtin_cpu_supports("avx2");
+    return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
 }
 
 bool RunsAvx512() {
     return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") &&
-           __builtin_cpu_supports("avx512vl");
+           __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("fma");
 }
 
 const Kernels* Choose() {
@@ -44,11 +48,16 @@ const Kernels* Choose() {
 }  // namespace
 
 constinit const Kernels* g_kernels = &kBaselineKernels;
+constinit double g_cache_size = 0x1p25;
 
 namespace {
 
 [[maybe_unused]] const bool g_are_chosen = [] {
     g_kernels = Choose();
+#if defined(_SC_LEVEL3_CACHE_SIZE)
+    const auto size = static_cast<double>(sysconf(_SC_LEVEL3_CACHE_SIZE));
+    g_cache_size = size > 0 ? size : g_cache_size;
+#endif
     return true;
 }();
 

@@ -21,6 +21,7 @@ namespace kvgeom::detail {
 struct TestedPlane {
     GVector normal;
     GVector offset;
+    double normal_offset;  // normal % offset
     // Of a box, whether the high side is the one that is looked at.
     bool looks_high[3];
 };
@@ -80,5 +81,8 @@ extern const Kernels kAvx512Kernels;
 // avx2, avx512) if the processor can run them. Chosen when the library is loaded; before that, the
 // baseline.
 extern const Kernels* g_kernels;
+
+// Of the processor's last level, in bytes.
+extern double g_cache_size;
 
 }  // namespace kvgeom::detail

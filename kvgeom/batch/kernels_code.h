@@ -7,6 +7,7 @@
 #include <kvgeom/batch/composition_code.h>
 #include <kvgeom/batch/kernels.h>
 #include <kvgeom/batch/mapping_code.h>
+#include <kvgeom/batch/plane_tests_code.h>
 #include <kvgeom/batch/point_tests_code.h>
 #include <kvgeom/batch/unions_code.h>
 

@@ -6,6 +6,7 @@
 // their own (an unnamed namespace), lest the linker give one the code of another, and they call no
 // inline function of other headers.
 
+#include <kvgeom/batch/kernels.h>
 #include <kvgeom/boxes/box.h>
 #include <kvgeom/points/position.h>
 
@@ -82,8 +83,49 @@ inline unsigned Bits(Mask mask) {
 #endif
 }
 
-inline bool AreAll(Mask mask) {
-    return Bits(mask) == (1U << kLanes) - 1;
+inline bool AreAll(unsigned bits) {
+    constexpr unsigned kAll = (1U << kLanes) - 1;
+    return (bits & kAll) == kAll;
+}
+
+// Bit i: a is less than b in lane i.
+inline unsigned BitsBelow(Lanes a, Lanes b) {
+#if defined(__AVX512F__)
+    return _mm512_cmp_pd_mask(a, b, _CMP_LT_OQ);
+#else
+    return Bits(a < b);
+#endif
+}
+
+// Bit i: a is not more than b in lane i.
+inline unsigned BitsAtMost(Lanes a, Lanes b) {
+#if defined(__AVX512F__)
+    return _mm512_cmp_pd_mask(a, b, _CMP_LE_OQ);
+#else
+    return Bits(a <= b);
+#endif
+}
+
+// Bit i: lane i is neither infinite nor NaN.
+inline unsigned BitsFinite(Lanes x) {
+#if defined(__AVX512F__)
+    constexpr int kInfinityOrNaN = 0x99;
+    return 0xFFU & ~_mm512_fpclass_pd_mask(x, kInfinityOrNaN);
+#else
+    return Bits(x * 0.0 == 0.0);
+#endif
+}
+
+// a * b + c, rounded once or twice, as the processor does it best: for what an error bound covers,
+// and never for a number that is given out.
+inline Lanes MultiplyAdd(Lanes a, Lanes b, Lanes c) {
+#if defined(__AVX512F__)
+    return _mm512_fmadd_pd(a, b, c);
+#elif defined(__FMA__)
+    return _mm256_fmadd_pd(a, b, c);
+#else
+    return a * b + c;
+#endif
 }
 
 struct Triples {
@@ -137,11 +179,37 @@ constexpr auto kEach = std::make_integer_sequence<int, kLanes>();
 inline Lanes LoadLanes(const double* from) {
     Lanes result;
     __builtin_memcpy(&result, from, sizeof result);
+    // Into a register: GCC would rather load it again for each use.
+#if defined(__AVX512F__)
+    __asm__("" : "+v"(result));
+#elif defined(__SSE2__)
+    __asm__("" : "+x"(result));
+#endif
     return result;
 }
 
 inline void StoreLanes(double* to, Lanes x) {
     __builtin_memcpy(to, &x, sizeof x);
+}
+
+// Past the caches, to where a vector is aligned.
+inline void StreamLanes(double* to, Lanes x) {
+#if defined(__AVX512F__)
+    _mm512_stream_pd(to, x);
+#elif defined(__AVX2__)
+    _mm256_stream_pd(to, x);
+#elif defined(__SSE2__)
+    _mm_stream_pd(to, x);
+#else
+    StoreLanes(to, x);
+#endif
+}
+
+// After streaming, so that what is stored later isn't seen earlier.
+inline void EndStreaming() {
+#if defined(__SSE2__)
+    _mm_sfence();
+#endif
 }
 
 inline Triples LoadTriples(const double* from) {
@@ -151,10 +219,15 @@ inline Triples LoadTriples(const double* from) {
     return {Take<0>(a, b, c, kEach), Take<1>(a, b, c, kEach), Take<2>(a, b, c, kEach)};
 }
 
-inline void StoreTriples(double* to, const Triples& t) {
-    StoreLanes(to, Give<0>(t, kEach));
-    StoreLanes(to + kLanes, Give<1>(t, kEach));
-    StoreLanes(to + 2 * kLanes, Give<2>(t, kEach));
+inline void StoreTriples(double* to, const Triples& t, bool streams) {
+    const Lanes vectors[3] = {Give<0>(t, kEach), Give<1>(t, kEach), Give<2>(t, kEach)};
+    for (int i = 0; i < 3; ++i) {
+        if (streams) {
+            StreamLanes(to + i * kLanes, vectors[i]);
+        } else {
+            StoreLanes(to + i * kLanes, vectors[i]);
+        }
+    }
 }
 
 // Low and high corners take turns in an array of boxes.
@@ -167,80 +240,126 @@ inline Corners LoadCorners(const double* from) {
              TakeEverySecond<1>(p.z, q.z, kEach)}};
 }
 
-inline void StoreCorners(double* to, const Corners& c) {
+inline void StoreCorners(double* to, const Corners& c, bool streams) {
     StoreTriples(to,
                  {TakeTurns<0>(c.low.x, c.high.x, kEach), TakeTurns<0>(c.low.y, c.high.y, kEach),
-                  TakeTurns<0>(c.low.z, c.high.z, kEach)});
+                  TakeTurns<0>(c.low.z, c.high.z, kEach)},
+                 streams);
     StoreTriples(to + 3 * kLanes,
                  {TakeTurns<1>(c.low.x, c.high.x, kEach), TakeTurns<1>(c.low.y, c.high.y, kEach),
-                  TakeTurns<1>(c.low.z, c.high.z, kEach)});
-}
-
-// Records of a fixed number of doubles, of which n are there: a group that isn't full is loaded
-// from and stored to room of its own, with zeros for the rest.
-template <int size>
-struct Room {
-    double numbers[size * kLanes] = {};
-    Room() = default;
-    Room(const void* records, unsigned n) {
-        __builtin_memcpy(numbers, records, n * size * sizeof(double));
-    }
-    void CopyTo(void* records, unsigned n) const {
-        __builtin_memcpy(records, numbers, n * size * sizeof(double));
-    }
-};
-
-template <class Record>
-Triples Load(const Record* records, unsigned n) {
-    return LoadTriples(n == kFull ? reinterpret_cast<const double*>(records)
-                                  : Room<3>(records, n).numbers);
-}
-inline Corners Load(const GBox* boxes, unsigned n) {
-    return LoadCorners(n == kFull ? reinterpret_cast<const double*>(boxes)
-                                  : Room<6>(boxes, n).numbers);
+                  TakeTurns<1>(c.low.z, c.high.z, kEach)},
+                 streams);
 }
 
 template <class Record>
-void Store(Record* records, unsigned n, const Triples& t) {
-    if (n == kFull) {
-        StoreTriples(reinterpret_cast<double*>(records), t);
-        return;
-    }
-    Room<3> room;
-    StoreTriples(room.numbers, t);
-    room.CopyTo(records, n);
+Triples Load(const Record* records) {
+    return LoadTriples(reinterpret_cast<const double*>(records));
 }
-inline void Store(GBox* boxes, unsigned n, const Corners& c) {
-    if (n == kFull) {
-        StoreCorners(reinterpret_cast<double*>(boxes), c);
-        return;
-    }
-    Room<6> room;
-    StoreCorners(room.numbers, c);
-    room.CopyTo(boxes, n);
+inline Corners Load(const GBox* boxes) {
+    return LoadCorners(reinterpret_cast<const double*>(boxes));
 }
 
-// Writes the bits of n answers as bytes, and returns how many are set.
-inline unsigned StoreBits(unsigned char* answers, unsigned n, unsigned bits) {
-    constexpr unsigned kOnes = 0x01010101;
-    // Bit i to byte i, for four bits.
-    const auto spread = [](unsigned four) { return four * 0x00204081U & kOnes; };
-    const auto count = [](unsigned bytes) { return bytes * kOnes >> 24U; };
-    bits &= (1U << n) - 1;
-    const unsigned bytes[2] = {spread(bits & 0xFU), spread(bits >> 4U)};
-    __builtin_memcpy(answers, bytes, n);
-    return count(bytes[0]) + count(bytes[1]);
+template <class Record>
+void Store(Record* records, const Triples& t, bool streams) {
+    StoreTriples(reinterpret_cast<double*>(records), t, streams);
+}
+inline void Store(GBox* boxes, const Corners& c, bool streams) {
+    StoreCorners(reinterpret_cast<double*>(boxes), c, streams);
 }
 
-// Calls group(first, n) for the elements from first on, n of them, until all had their turn.
-template <class Group>
-void ForGroups(unsigned long count, Group group) {
+// Writes the bits of kLanes answers as bytes.
+inline void StoreBits(unsigned char* answers, unsigned bits) {
+    // Bit i stays in byte i of eight copies, and its carry out of 7 bits is the answer.
+    const unsigned long long copies = (bits & 0xFFU) * 0x0101010101010101ULL;
+    const unsigned long long chosen = copies & 0x8040201008040201ULL;
+    const unsigned long long bytes = (chosen + 0x7F7F7F7F7F7F7F7FULL) >> 7U & 0x0101010101010101ULL;
+    __builtin_memcpy(answers, &bytes, kLanes);
+}
+
+inline unsigned long CountOnes(const unsigned char* answers, unsigned long count) {
+    unsigned long ones = 0;
+    for (unsigned long i = 0; i < count; ++i) {
+        ones += answers[i] == 1 ? 1 : 0;
+    }
+    return ones;
+}
+
+template <class Record>
+bool IsAligned(const Record* record) {
+    return reinterpret_cast<unsigned long long>(record) % sizeof(Lanes) == 0;
+}
+
+// How many records come before one where a vector is aligned, if there is one: vectors that begin
+// elsewhere may cross a cache line each, and then take twice the time.
+template <class Record>
+unsigned CountUnaligned(const Record* records) {
+    const auto address = reinterpret_cast<unsigned long long>(records);
+    for (unsigned i = 1; i < kFull; ++i) {
+        if ((address + i * sizeof(Record)) % sizeof(Lanes) == 0) {
+            return i;
+        }
+    }
+    return 0;
+}
+
+// Whether results that go elsewhere are so many that the caches would only read, keep and write
+// back what nobody asks for.
+template <class Record>
+bool ShallStream(const Record* in, unsigned long count, const Record* out) {
+    const bool is_apart = out + count <= in || in + count <= out;
+    const auto first =
+        reinterpret_cast<unsigned long long>(out) + CountUnaligned(out) * sizeof(Record);
+    return is_apart && first % sizeof(Lanes) == 0 &&
+           static_cast<double>(count) * 2 * sizeof(Record) > g_cache_size;
+}
+
+// Fewer elements than there are lanes: a group made of them and of as many of the first as it
+// takes.
+template <unsigned size, class Record, class Out, class Group, class Each>
+[[gnu::noinline]] void ForPartOfGroup(const Record* in, unsigned n, Out* out, Group group,
+                                      Each each) {
+    Record elements[size];
+    Out results[size];
+    for (unsigned k = 0; k < size; ++k) {
+        elements[k] = in[k < n ? k : 0];
+    }
+    if (group(elements, results)) {
+        __builtin_memcpy(out, results, n * sizeof(Out));
+    } else {
+        each(in, n, out);
+    }
+}
+
+// Makes one result of each element, of `size` elements at a time: either group(in, out) makes the
+// results of all of these and returns true, or, where it returns false, each(in, n, out) makes them
+// one by one. Elements have their turn in order, groups begin where
+// vectors of the aligned array are aligned, if that pays, and out may be in.
+//
+// The loop over groups has no calls in it: they would cost it all its registers.
+template <unsigned size = kFull, class Record, class Out, class Aligned, class Group, class Each>
+void ForGroups(const Record* in, unsigned long count, Out* out, const Aligned* aligned, Group group,
+               Each each) {
+    constexpr unsigned long kWorthAligning = 16 * kFull;
     unsigned long i = 0;
-    for (; count - i >= kFull; i += kFull) {
-        group(i, kFull);
+    if (count >= kWorthAligning) {
+        const unsigned unaligned = CountUnaligned(aligned);
+        if (unaligned != 0) {
+            ForPartOfGroup<size>(in, unaligned, out, group, each);
+            i = unaligned;
+        }
+    }
+    for (;;) {
+        while (count - i >= size && group(in + i, out + i)) {
+            i += size;
+        }
+        if (count - i < size) {
+            break;
+        }
+        each(in + i, size, out + i);
+        i += size;
     }
     if (i < count) {
-        group(i, static_cast<unsigned>(count - i));
+        ForPartOfGroup<size>(in + i, static_cast<unsigned>(count - i), out + i, group, each);
     }
 }
 

@@ -46,11 +46,14 @@ inline Triples Moved(const Triples& v, double x, double y, double z) {
 
 // Each group of records through a map of lanes.
 template <class Record, class Map>
-[[gnu::flatten]] void MapGroups(const Record* records, unsigned long count, Record* images,
-                                Map map) {
-    ForGroups(count, [=](unsigned long i, unsigned n) {
-        Store(images + i, n, map(Load(records + i, n)));
-    });
+void MapGroups(const Record* records, unsigned long count, Record* images, Map map) {
+    const bool streams = ShallStream(records, count, images);
+    const auto map_group = [=](const Record* in, Record* out) {
+        Store(out, map(Load(in)), streams && IsAligned(out));
+        return true;
+    };
+    ForGroups(records, count, images, images, map_group, [](const Record*, unsigned, Record*) {});
+    EndStreaming();
 }
 
 // Not inlined into kernels, which shall not grow by what is rarely needed.
@@ -63,21 +66,23 @@ template <class Record, class Map>
     }
 }
 
-// The same where the map of lanes may refuse: then the single operation takes the group's elements
-// one by one.
+// The same where the map of lanes may refuse some: then the single operation takes the group's
+// elements one by one.
 template <class Record, class LanesMap, class Map>
 void MapGroupsOrEach(const Record* records, unsigned long count, Record* images, LanesMap lanes_map,
                      const Map& map) {
-    ForGroups(count, [=, &map](unsigned long i, unsigned n) {
-        decltype(Load(records, n)) image;
-        const Mask is_mapped = lanes_map(Load(records + i, n), image);
-        const unsigned wanted = (1U << n) - 1;
-        if ((Bits(is_mapped) & wanted) == wanted) {
-            Store(images + i, n, image);
-        } else {
-            MapEach(records + i, n, images + i, map);
+    const bool streams = ShallStream(records, count, images);
+    const auto map_group = [=](const Record* in, Record* out) {
+        decltype(Load(in)) image;
+        if (!AreAll(lanes_map(Load(in), image))) {
+            return false;
         }
-    });
+        Store(out, image, streams && IsAligned(out));
+        return true;
+    };
+    ForGroups(records, count, images, images, map_group,
+              [&map](const Record* in, unsigned n, Record* out) { MapEach(in, n, out, map); });
+    EndStreaming();
 }
 
 [[gnu::flatten]] void MapPositionsByMatrix(const GMatrix& matrix, const GPosition* positions,
@@ -114,13 +119,8 @@ inline Triples Moved(const Triples& p, const G4x4& a) {
     return Moved(p, a.m_matrix[12], a.m_matrix[13], a.m_matrix[14]);
 }
 
-inline Mask IsWeight(Lanes weight) {
-    return Magnitude(weight) >= kSmallestDivisor;
-}
-
-inline Mask IsFinite(const Triples& p) {
-    // 0, unless something is infinite or NaN, or the sum is.
-    return (p.x + p.y + p.z) * 0.0 == 0.0;
+inline unsigned BitsOfWeights(Lanes weight) {
+    return BitsAtMost(All(kSmallestDivisor), Magnitude(weight));
 }
 
 inline bool HasNoProjection(const G4x4& a) {
@@ -136,7 +136,8 @@ inline bool HasNoProjection(const G4x4& a) {
         // The weight of a finite point is exactly 1.
         const auto map_affine = [=](const Triples& p, Triples& image) {
             image = Moved(RowForm(p, rows), a);
-            return IsFinite(p);
+            // Something infinite or NaN in p, or the products with it, stay in every sum.
+            return BitsFinite(image.x);
         };
         MapGroupsOrEach(positions, count, images, map_affine, a);
         return;
@@ -144,7 +145,7 @@ inline bool HasNoProjection(const G4x4& a) {
     const auto project = [=](const Triples& p, Triples& image) {
         const Lanes weight = Weight(p, a);
         image = Scaled(Moved(RowForm(p, rows), a), 1 / weight);
-        return IsWeight(weight);
+        return BitsOfWeights(weight);
     };
     MapGroupsOrEach(positions, count, images, project, a);
 }
@@ -156,19 +157,19 @@ inline bool HasNoProjection(const G4x4& a) {
     const auto project = [=](const Triples& v, Triples& image) {
         const Lanes weight = Weight(v, a);
         image = Scaled(RowForm(v, rows), 1 / weight);
-        return IsWeight(weight);
+        return BitsOfWeights(weight);
     };
     MapGroupsOrEach(vectors, count, images, project, a);
 }
 
-// The unit vectors along v; false for those of null length.
-inline Mask Normalise(const Triples& v, Triples& direction) {
+// The unit vectors along v, but for those of null length.
+inline unsigned Normalise(const Triples& v, Triples& direction) {
     const Lanes squared_length = v.x * v.x + v.y * v.y + v.z * v.z;
     const Lanes length = SquareRoot(squared_length);
     const Mask is_unit = (kUnitBandLow <= squared_length) & (squared_length <= kUnitBandHigh);
     const Triples scaled = Scaled(v, 1 / length);
     direction = {is_unit ? v.x : scaled.x, is_unit ? v.y : scaled.y, is_unit ? v.z : scaled.z};
-    return ~(length <= kUnitTolerance);
+    return ~BitsAtMost(length, All(kUnitTolerance));
 }
 
 [[gnu::flatten]] void MapUnitVectorsByMatrix(const GMatrix& matrix, const GUnitVector* directions,
@@ -187,7 +188,7 @@ inline Mask Normalise(const Triples& v, Triples& direction) {
     const LinearRows rows = RowsOf(a);
     const auto map = [=](const Triples& u, Triples& image) {
         const Lanes weight = Weight(u, a);
-        return Normalise(Scaled(RowForm(u, rows), 1 / weight), image) & IsWeight(weight);
+        return Normalise(Scaled(RowForm(u, rows), 1 / weight), image) & BitsOfWeights(weight);
     };
     MapGroupsOrEach(directions, count, images, map, a);
 }
@@ -214,11 +215,12 @@ inline Corners MapExtremes(const Corners& box, const LinearRows& rows) {
     return {{x.low, y.low, z.low}, {x.high, y.high, z.high}};
 }
 
-// Of two boxes, so that one comparison tells.
-inline Mask AreFinite(const Corners& a, const Corners& b) {
-    const Lanes sum = (a.low.x + a.low.y + a.low.z) + (a.high.x + a.high.y + a.high.z) +
-                      (b.low.x + b.low.y + b.low.z) + (b.high.x + b.high.y + b.high.z);
-    return sum * 0.0 == 0.0;
+// Whether a box and the extremes that it was mapped to are finite. What isn't in the low corner
+// stays in the sums of the smaller products, which begin with it.
+inline unsigned BitsFinite(const Corners& box, const Corners& image) {
+    const Triples& h = box.high;
+    return BitsFinite((image.low.x + image.low.y + image.low.z) +
+                      (image.high.x + image.high.y + image.high.z) + (h.x + h.y + h.z));
 }
 
 [[gnu::flatten]] void MapBoxesByMatrix(const GMatrix& matrix, const GBox* boxes,
@@ -231,7 +233,7 @@ inline Mask AreFinite(const Corners& a, const Corners& b) {
     const LinearRows rows = RowsOf(m);
     const auto map = [=](const Corners& box, Corners& image) {
         image = MapExtremes(box, rows);
-        return AreFinite(box, image);
+        return BitsFinite(box, image);
     };
     MapGroupsOrEach(boxes, count, images, map, m);
 }
@@ -258,7 +260,7 @@ inline Mask AreFinite(const Corners& a, const Corners& b) {
         const Corners scaled = scale(box);
         const Corners turned = MapExtremes(scaled, rows);
         image = move(turned);
-        return AreFinite(scaled, turned);
+        return BitsFinite(scaled, turned);
     };
     MapGroupsOrEach(boxes, count, images, map, t);
 }
@@ -270,7 +272,7 @@ inline Mask AreFinite(const Corners& a, const Corners& b) {
     const auto map_affine = [=](const Corners& box, Corners& image) {
         const Corners turned = MapExtremes(box, rows);
         image = {Moved(turned.low, a), Moved(turned.high, a)};
-        return AreFinite(box, image);
+        return BitsFinite(box, image);
     };
     MapGroupsOrEach(boxes, count, images, map_affine, a);
 }

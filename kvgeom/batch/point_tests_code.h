@@ -33,43 +33,5 @@ namespace {
     });
 }
 
-[[gnu::flatten]] unsigned long PlanesHoldPositions(const TestedPlane* planes,
-                                                   unsigned long plane_count,
-                                                   const GPosition* positions, unsigned long count,
-                                                   unsigned char* answers) {
-    return TestGroups(positions, count, answers, [=](const Triples& p) {
-        Mask is_outside = {};
-        for (unsigned long k = 0; k < plane_count; ++k) {
-            is_outside |= Distance(planes[k], p.x, p.y, p.z) < 0.0;
-        }
-        return ~is_outside;
-    });
-}
-
-[[gnu::flatten]] unsigned long PlacePositions(const TestedPlane* planes, unsigned long plane_count,
-                                              double tol, const GPosition* positions,
-                                              unsigned long count, unsigned char* answers) {
-    constexpr unsigned char kOnBoundary = 2;
-    unsigned long inside = 0;
-    ForGroups(count, [&](unsigned long i, unsigned n) {
-        const Triples p = Load(positions + i, n);
-        Mask is_outside = {};
-        Mask is_on_boundary = {};
-        for (unsigned long k = 0; k < plane_count; ++k) {
-            const Lanes distance = Distance(planes[k], p.x, p.y, p.z);
-            is_outside |= distance < -tol;
-            is_on_boundary |= Magnitude(distance) <= tol;
-        }
-        inside += StoreBits(answers + i, n, Bits(~(is_outside | is_on_boundary)));
-        const unsigned on_boundary = Bits(is_on_boundary & ~is_outside);
-        for (unsigned k = 0; on_boundary != 0 && k < n; ++k) {
-            if ((on_boundary >> k & 1U) != 0) {
-                answers[i + k] = kOnBoundary;
-            }
-        }
-    });
-    return inside;
-}
-
 }  // namespace
 }  // namespace kvgeom::detail

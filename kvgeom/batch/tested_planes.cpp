@@ -26,7 +26,8 @@ bool FindTestedPlanes(const GClipVolume& volume, bool looks_at_furthest,
             return false;
         }
         const GUnitVector u = PlaneNormal(plane);
-        planes[k] = {u, plane[3] * u, {}};
+        const GVector offset = plane[3] * u;
+        planes[k] = {u, offset, u % offset, {}};
         for (int axis = 0; axis < 3; ++axis) {
             planes[k].looks_high[axis] = (plane[axis] > 0) == looks_at_furthest;
         }
@@ -57,7 +58,7 @@ bool FencePlanes::FindForBoxes() {
     for (unsigned long i = 0; i < m_count; ++i) {
         const GVector n = m_normals.Get()[i];
         const GVector foot = (m_points.Get()[i] % n) * n;
-        m_tested.Get()[i] = {n, -foot, {n.m_x > 0, n.m_y > 0, n.m_z > 0}};
+        m_tested.Get()[i] = {n, -foot, n % -foot, {n.m_x > 0, n.m_y > 0, n.m_z > 0}};
     }
     return true;
 }
@@ -66,7 +67,9 @@ void FencePlanes::FindForPositions() {
     m_fence.FindPlanes(m_points.Get(), m_normals.Get());
     for (unsigned long i = 0; i < m_count; ++i) {
         const GPosition& p = m_points.Get()[i];
-        m_tested.Get()[i] = {m_normals.Get()[i], {-p.m_x, -p.m_y, -p.m_z}, {}};
+        const GVector n = m_normals.Get()[i];
+        const GVector offset = {-p.m_x, -p.m_y, -p.m_z};
+        m_tested.Get()[i] = {n, offset, n % offset, {}};
     }
 }
 

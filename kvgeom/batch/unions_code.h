@@ -108,7 +108,7 @@ inline Mask IsReversed(const Corners& box, double t) {
     Corners box = {{All(seed.m_low.m_x), All(seed.m_low.m_y), All(seed.m_low.m_z)},
                    {All(seed.m_high.m_x), All(seed.m_high.m_y), All(seed.m_high.m_z)}};
     const auto extend = [&](const GBox* from) {
-        const Corners b = Load(from, kFull);
+        const Corners b = Load(from);
         const Mask is_null = IsReversed(b, t);
         const auto lower = [is_null](Lanes& low, Lanes x) {
             low = Smaller(low, is_null ? low : x);
