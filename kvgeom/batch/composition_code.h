@@ -49,9 +49,22 @@ inline Four operator+(const Four& x, const Four& y) {
 constexpr int kTranslation = 9;
 constexpr int kScaling = 12;
 
-// As operator*(const GTransf&, const GTransf&), but for the rotation flag where that isn't clear.
-// Rows are loaded and stored with the number that follows them, which the next store puts right.
-inline bool Compose(const GTransf& first, const GTransf& second, double clear_rotation,
+// Not inlined, because it is rarely needed.
+[[gnu::noinline]] void ComposeSingly(const GTransf& first, const GTransf& second, GTransf& result) {
+    result = ComposedByAngles(first, second);
+}
+
+inline double FirstOf(const Four& x) {
+    return x.parts[0][0];
+}
+inline double SecondOf(const Four& x) {
+    return x.parts[0][1];
+}
+
+// As operator*(const GTransf&, const GTransf&). Rows are loaded and stored with the number that
+// follows them, which the next store puts right. Whether two rotations cancel is nearly always
+// clear from the first row; conditions are joined without branches, for flags come in any order.
+inline void Compose(const GTransf& first, const GTransf& second, double clear_rotation,
                     GTransf& result) {
     const auto* const a = reinterpret_cast<const double*>(&first);
     const auto* const b = reinterpret_cast<const double*>(&second);
@@ -63,17 +76,14 @@ inline bool Compose(const GTransf& first, const GTransf& second, double clear_ro
     const Four translation =
         second.m_scaling * image(a + kTranslation) + LoadFour(b + kTranslation);
     const double scaling = first.m_scaling * second.m_scaling;
-    const bool both_rotate = first.m_hasRotation != 0 && second.m_hasRotation != 0;
-    const bool one_rotates = first.m_hasRotation != 0 || second.m_hasRotation != 0;
-    const bool mirrors = first.m_hasReflection != second.m_hasReflection;
-    const bool shears = first.m_hasShear != 0 || second.m_hasShear != 0;
-    GMatrix matrix;
-    auto* const m = reinterpret_cast<double*>(&matrix);
-    StoreFour(m, images[0]);
-    StoreFour(m + 3, images[1]);
-    __builtin_memcpy(m + 6, &images[2], 3 * sizeof(double));
-    if (both_rotate && !RotatesClearly(matrix, clear_rotation)) {
-        return false;
+    const int rotations = (first.m_hasRotation != 0) + (second.m_hasRotation != 0);
+    const int mirrors = first.m_hasReflection != second.m_hasReflection;
+    const int shears = (first.m_hasShear | second.m_hasShear) != 0;
+    const bool is_clear =
+        __builtin_fabs(SecondOf(images[0])) > clear_rotation * __builtin_fabs(FirstOf(images[0]));
+    if ((static_cast<int>(rotations == 2) & static_cast<int>(!is_clear)) != 0) {
+        ComposeSingly(first, second, result);
+        return;
     }
     auto* const to = reinterpret_cast<double*>(&result);
     StoreFour(to, images[0]);
@@ -81,23 +91,16 @@ inline bool Compose(const GTransf& first, const GTransf& second, double clear_ro
     StoreFour(to + 6, images[2]);
     StoreFour(to + kTranslation, translation);
     to[kScaling] = scaling;
-    result.m_hasRotation = one_rotates ? 1 : 0;
-    result.m_hasReflection = mirrors ? 1 : 0;
-    result.m_hasShear = shears ? 1 : 0;
-    return true;
-}
-
-[[gnu::noinline]] void ComposeSingly(const GTransf& first, const GTransf& second, GTransf& result) {
-    result = first * second;
+    result.m_hasRotation = static_cast<unsigned char>(rotations != 0);
+    result.m_hasReflection = static_cast<unsigned char>(mirrors);
+    result.m_hasShear = static_cast<unsigned char>(shears);
 }
 
 [[gnu::flatten]] void ComposeEachTransf(const GTransf* first, const GTransf* second,
                                         double clear_rotation, unsigned long count,
                                         GTransf* results) {
     for (unsigned long i = 0; i < count; ++i) {
-        if (!Compose(first[i], second[i], clear_rotation, results[i])) {
-            ComposeSingly(first[i], second[i], results[i]);
-        }
+        Compose(first[i], second[i], clear_rotation, results[i]);
     }
 }
 

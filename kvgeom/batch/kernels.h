@@ -26,6 +26,9 @@ struct TestedPlane {
     bool looks_high[3];
 };
 
+// The composition, the rotation flag found from the angles.
+GTransf ComposedByAngles(const GTransf& a, const GTransf& b);
+
 struct Kernels {
     const char* name;
 

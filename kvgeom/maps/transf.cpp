@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <kvgeom/batch/kernels.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/square_root.h>
@@ -53,6 +54,14 @@ bool HasAngleBeyond(const RotationAngles& angles, double tol) {
 
 }  // namespace
 
+GTransf kvgeom::detail::ComposedByAngles(const GTransf& a, const GTransf& b) {
+    return Composed(a, b, [](const GTransf& composed) {
+        const double tol = RelativeTolerance();
+        return RotatesClearly(composed.m_matrix, ClearRotation(tol)) ||
+               HasAngleBeyond(Decompose(composed.m_matrix), tol);
+    });
+}
+
 int GTransf::IsNull() const {
     return IsEqual(kNullTransf);
 }
@@ -88,11 +97,9 @@ GTransf BuildTransf(const GMatrix& m, const GVector& t, double scaling, int hasR
 }
 
 GTransf operator*(const GTransf& a, const GTransf& b) {
-    return Composed(a, b, [](const GTransf& composed) {
-        const double tol = RelativeTolerance();
-        return RotatesClearly(composed.m_matrix, ClearRotation(tol)) ||
-               HasAngleBeyond(Decompose(composed.m_matrix), tol);
-    });
+    GTransf result;
+    g_kernels->compose_transfs(&a, &b, ClearRotation(RelativeTolerance()), 1, &result);
+    return result;
 }
 
 long GetRotAngles(const GTransf& t, double* a, double* b, double* c, GPosition& origin) {
