@@ -324,6 +324,35 @@ TEST(Batch, ComposesAndInverts) {
     });
 }
 
+// Rotations that cancel up to about the tolerance, a few of them at the poles.
+TEST(Batch, ComposesRotationFlagsAsTheAnglesTell) {
+    Random random(10);
+    constexpr int kPairs = 20000;
+    int rotating = 0;
+    for (int k = 0; k < kPairs; ++k) {
+        const GUnitVector axes[] = {kX, kY, kZ, random.Direction()};
+        const GUnitVector& axis = axes[random.Below(4)];
+        const double angle = k % 7 == 0 ? kPi / 2 : random.Uniform(-4, 4);
+        const double rest = random.Uniform(-3, 3) * GetRelativeTolerance();
+        const GTransf first = RotateTransf(angle, axis);
+        const GTransf second = k % 5 == 0 ? first : RotateTransf(rest - angle, axis);
+        GTransf composed;
+        ComposeTransfs(&first, &second, 1, &composed);
+        double a = kNaN;
+        double b = kNaN;
+        double c = kNaN;
+        GPosition origin;
+        GetRotAngles(composed, &a, &b, &c, origin);
+        const double tol = GetRelativeTolerance();
+        const bool rotates = std::fabs(a) > tol || std::fabs(b) > tol || std::fabs(c) > tol;
+        ASSERT_EQ(composed.m_hasRotation, rotates ? 1 : 0) << k;
+        ASSERT_EQ((first * second).m_hasRotation, rotates ? 1 : 0) << k;
+        rotating += rotates ? 1 : 0;
+    }
+    EXPECT_GT(rotating, kPairs / 4);
+    EXPECT_LT(rotating, kPairs * 9 / 10);
+}
+
 double Nudged(Random& random, double x) {
     for (std::uint64_t ulps = random.Next() % 4; ulps > 0; --ulps) {
         x = random.Next() % 2 == 0 ? Up(x) : Down(x);
@@ -380,6 +409,61 @@ TEST(Batch, DecidesOnTouchedBoxesAsTheBoreLineDoes) {
     }
     EXPECT_GT(hits, kLines * kBoxes / 10);
     EXPECT_LT(hits, kLines * kBoxes * 9 / 10);
+}
+
+// Points and boxes that lie on a plane, or the tolerance beside it, to an ulp, near the volume and
+// far away.
+TEST(Batch, DecidesOnPlanesAsTheSingleTestsDo) {
+    Random random(11);
+    constexpr unsigned long kElements = 64;
+    constexpr int kVolumes = 1500;
+    unsigned long places[3] = {};
+    for (int k = 0; k < kVolumes; ++k) {
+        GBox sides = random.ProperBox();
+        GClipVolume volume;
+        ConvertGBoxToGClipVolume(&sides, &volume);
+        const GTransf t = random.Similarity();
+        volume = k % 4 == 0 ? volume : volume * t;
+        const double far = k % 5 == 0 ? 1e9 : k % 7 == 0 ? 1e14 : 1;
+        std::vector<GPosition> points(kElements);
+        std::vector<GBox> boxes(kElements);
+        for (unsigned long i = 0; i < kElements; ++i) {
+            const auto& plane = volume.m_planes[random.Below(6)];
+            const GVector n = {plane[0], plane[1], plane[2]};
+            const GVector beside = far * (n * random.Vector());
+            const double distances[] = {0, GetDistanceTolerance(), -GetDistanceTolerance()};
+            const GVector p = (distances[random.Below(3)] - plane[3]) * n + beside;
+            points[i] = {Nudged(random, p.m_x), Nudged(random, p.m_y), Nudged(random, p.m_z)};
+            // The corner that counts is one of the box's sides on each axis.
+            const GVector size = {random.Uniform(0, 2), random.Uniform(0, 2), random.Uniform(0, 2)};
+            boxes[i] = {points[i], points[i] + size};
+            for (unsigned axis = 0; axis < 3; ++axis) {
+                if (n[axis] > 0) {
+                    boxes[i].m_low[axis] = points[i][axis] - size[axis];
+                    boxes[i].m_high[axis] = points[i][axis];
+                }
+            }
+        }
+        std::vector<unsigned char> answers(kElements);
+        ClassifyPositions(volume, points.data(), kElements, answers.data());
+        for (unsigned long i = 0; i < kElements; ++i) {
+            int place = 77;
+            long err = 77;
+            IsPtInClipVolume(volume, points[i], &place, &err);
+            ASSERT_EQ(answers[i], place) << k << " " << i;
+            ++places[place];
+        }
+        IntersectBoxes(volume, boxes.data(), kElements, answers.data());
+        for (unsigned long i = 0; i < kElements; ++i) {
+            ASSERT_EQ(answers[i], volume && boxes[i]) << k << " " << i;
+        }
+        ContainBoxes(volume, boxes.data(), kElements, answers.data());
+        for (unsigned long i = 0; i < kElements; ++i) {
+            ASSERT_EQ(answers[i], volume >> boxes[i]) << k << " " << i;
+        }
+    }
+    EXPECT_GT(places[0], kElements * kVolumes / 10);
+    EXPECT_GT(places[2], kElements * kVolumes / 20);
 }
 
 }  // namespace
