@@ -47,6 +47,14 @@ const Kernels* Choose() {
 
 }  // namespace
 
+unsigned long CountOnes(const unsigned char* answers, unsigned long count) {
+    unsigned long ones = 0;
+    for (unsigned long i = 0; i < count; ++i) {
+        ones += answers[i] == 1 ? 1 : 0;
+    }
+    return ones;
+}
+
 constinit const Kernels* g_kernels = &kBaselineKernels;
 constinit double g_cache_size = 0x1p25;
 

@@ -26,6 +26,9 @@ struct TestedPlane {
     bool looks_high[3];
 };
 
+// How many answers are 1. Not inlined into kernels: Clang 14 can't compile it for AVX-512.
+[[gnu::noinline]] unsigned long CountOnes(const unsigned char* answers, unsigned long count);
+
 // The composition, the rotation flag found from the angles.
 GTransf ComposedByAngles(const GTransf& a, const GTransf& b);
 

@@ -276,14 +276,6 @@ inline void StoreBits(unsigned char* answers, unsigned bits) {
     __builtin_memcpy(answers, &bytes, kLanes);
 }
 
-inline unsigned long CountOnes(const unsigned char* answers, unsigned long count) {
-    unsigned long ones = 0;
-    for (unsigned long i = 0; i < count; ++i) {
-        ones += answers[i] == 1 ? 1 : 0;
-    }
-    return ones;
-}
-
 template <class Record>
 bool IsAligned(const Record* record) {
     return reinterpret_cast<unsigned long long>(record) % sizeof(Lanes) == 0;
