@@ -100,6 +100,15 @@ TEST(BoreLine, IsClippedToThePositiveSideOfAPlane) {
         EXPECT_LT(Distance(clipped, {kOrigin, kZ, front, back, 100}), 1e-14)
             << normal.m_x << normal.m_z << " " << d;
     }
+    // Parallel to the plane, with ends so far away that rounding puts them on different sides.
+    const GUnitVector along = BuildUnitVector(1, 3, 0);
+    const GBoreLine endless = BuildBoreLine(kOrigin, along, kBig, -kBig, 1);
+    for (const double d : {1.0, -1.0}) {
+        GBoreLine clipped = endless;
+        EXPECT_EQ(clipped.ClipWPlane(-along.m_y, along.m_x, 0, d), d > 0 ? 1 : 0);
+        EXPECT_EQ(clipped.m_front, d > 0 ? kBig : 0);
+        EXPECT_EQ(clipped.m_back, d > 0 ? -kBig : 0);
+    }
     // A null line is told before the normal is looked at.
     recorder.Expect(BuildBoreLine(kOrigin, kX).ClipWPlane(0, 0, 0, 5), {0});
     for (const double d : {0.0, 7.0, -7.0, kInf}) {
