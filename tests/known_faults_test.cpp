@@ -36,9 +36,13 @@ TEST(KnownFaults, OriginOnASlabOfAParallelAxisIsInside) {
     }
 }
 
-// What may be done to a null box and leaves it null; and what, by its definition, doesn't.
-TEST(KnownFaults, NullBoxesAreMadeRealByMappingAlone) {
+// What may be done to a null box and leaves it null; and what, by its definition, doesn't: maps,
+// scaling to nothing, and division by what counts as zero.
+TEST(KnownFaults, NullBoxesAreMadeRealByMapsAndDegenerateScalingAlone) {
     const GBox null = BuildBox(0, nullptr);
+    EXPECT_EQ((null * 0.0).IsNull(), 0);
+    EXPECT_EQ((null * 1e-40).IsNull(), 0);
+    EXPECT_EQ((null / 1e-17).IsNull(), 0);
     Random random(1);
     for (int k = 0; k < kCases; ++k) {
         const GBox box = random.ProperBox();
@@ -133,7 +137,8 @@ TEST(KnownFaults, ReflectionFlagsFollowTheDeterminant) {
     }
 }
 
-// At both poles, and as near to them as numbers come.
+// At both poles, and as near to them as numbers come; up to about 1e-6 beside a pole the angle is
+// taken for a quarter turn.
 TEST(KnownFaults, RotationAnglesRebuildTheRotationAtThePoles) {
     Random random(4);
     for (const double pole : {kPi / 2, -kPi / 2}) {
