@@ -10,6 +10,7 @@
 #include <CLI/CLI.hpp>
 
 #include <array>
+#include <charconv>
 #include <cmath>
 
 namespace kvprobe {
@@ -50,6 +51,7 @@ struct Texts {
     std::string back;
     std::string eye;
     std::string up = "y";
+    std::string repeat = "1";
     bool list = false;
 };
 
@@ -76,6 +78,24 @@ UpAxis ParseUpAxis(const std::string& text) {
         return UpAxis::kZ;
     }
     throw Failure("--up", "'" + Printable(text) + "' is neither y nor z");
+}
+
+// Whether there is room for the copies depends on the model.
+size_t ParseCopies(const Texts& texts, const Arguments& arguments) {
+    size_t copies = 0;
+    const char* const end = texts.repeat.data() + texts.repeat.size();
+    const std::from_chars_result parsed = std::from_chars(texts.repeat.data(), end, copies);
+    if (parsed.ec != std::errc() || parsed.ptr != end || copies == 0) {
+        throw Failure("--repeat", "'" + Printable(texts.repeat) + "' is not a number of copies");
+    }
+    if (copies > 1 && (std::holds_alternative<ListRequest>(arguments.request) ||
+                       std::holds_alternative<PlanRequest>(arguments.request))) {
+        throw Failure("--repeat", "lists and plans are of the model itself");
+    }
+    if (copies > 1 && !arguments.svg.empty()) {
+        throw Failure("--repeat", "drawings are of the model itself: leave out --svg");
+    }
+    return copies;
 }
 
 std::vector<GPosition> ParseRoute(const Texts& texts) {
@@ -440,6 +460,8 @@ std::optional<Arguments> ParseArguments(int argc, char** argv) {
     app.add_flag("--json", arguments.json, "Print JSON instead of a table");
     app.add_option("--svg", arguments.svg, "Draw the model, the probe and what was found");
     app.add_option("--up", texts.up, "Which axis points up in drawing and plan, y or z (y)");
+    app.add_option("--repeat", texts.repeat,
+                   "Lay the model out so many times on a level grid, to see how fast it goes (1)");
     try {
         app.parse(argc - skipped, argv + skipped);
     } catch (const CLI::Success& success) {
@@ -450,6 +472,7 @@ std::optional<Arguments> ParseArguments(int argc, char** argv) {
     }
     arguments.up = ParseUpAxis(texts.up);
     arguments.request = command.parse(texts);
+    arguments.copies = ParseCopies(texts, arguments);
     return arguments;
 }
 

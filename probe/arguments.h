@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "probe/scene.h"
+
 #include <kvgeom/boxes/box2d.h>
 #include <kvgeom/boxes/clip_volume.h>
 #include <kvgeom/points/position.h>
 #include <kvgeom/points/unit_vector.h>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
 namespace kvprobe {
-
-enum class UpAxis { kY, kZ };
 
 /// Lists the objects of the model.
 struct ListRequest {};
@@ -74,7 +75,8 @@ struct Arguments {
     std::string model;
     bool json = false;
     std::string svg;         ///< empty: no drawing
-    UpAxis up = UpAxis::kY;  ///< of the drawing
+    UpAxis up = UpAxis::kY;  ///< of the drawing, the plan and the grid of copies
+    size_t copies = 1;       ///< of the model
     Request request;
 };
 

@@ -100,9 +100,11 @@ struct Span {
 
 class Drawing {
   public:
-    Drawing(std::ostream& out, UpAxis up, const std::vector<Object>& objects,
-            const Findings& findings)
-        : m_out(out), m_objects(objects), m_findings(findings), m_model_box(BoxAround(objects)) {
+    Drawing(std::ostream& out, UpAxis up, const Scene& scene, const Findings& findings)
+        : m_out(out),
+          m_objects(scene.Model()),
+          m_findings(findings),
+          m_model_box(BoxAround(scene.Boxes())) {
         const GTransf view = View(up);
         m_page = FitToPage(view, BoundsIn(view));
         for (const Hit& hit : findings.hits) {
@@ -371,10 +373,10 @@ class Drawing {
 
 }  // namespace
 
-void Draw(std::ostream& out, const Arguments& arguments, const std::vector<Object>& objects,
+void Draw(std::ostream& out, const Arguments& arguments, const Scene& scene,
           const Findings& findings) {
-    const Drawing drawing(out, arguments.up, objects, findings);
-    const Sheet sheet(out, Title(arguments, objects, findings), drawing.CountFound());
+    const Drawing drawing(out, arguments.up, scene, findings);
+    const Sheet sheet(out, Title(arguments, scene, findings), drawing.CountFound());
     drawing.Draw(sheet);
 }
 

@@ -11,6 +11,7 @@
 #include <exception>
 #include <fstream>
 #include <iostream>
+#include <utility>
 
 namespace {
 
@@ -25,13 +26,23 @@ double Seconds(std::chrono::steady_clock::duration duration) {
     return std::chrono::duration<double>(duration).count();
 }
 
-void WriteDrawing(const Arguments& arguments, const std::vector<Object>& objects,
-                  const Findings& findings) {
+Scene LayOut(const Arguments& arguments) {
+    constexpr size_t kMostBoxes = 10'000'000;
+    std::vector<Object> model = ReadModel(arguments.model);
+    if (arguments.copies > 1 && arguments.copies > kMostBoxes / model.size()) {
+        throw Failure("--repeat", std::to_string(arguments.copies) + " times " +
+                                      std::to_string(model.size()) +
+                                      " objects are more than ten million boxes");
+    }
+    return Scene(std::move(model), arguments.copies, arguments.up);
+}
+
+void WriteDrawing(const Arguments& arguments, const Scene& scene, const Findings& findings) {
     if (arguments.svg.empty()) {
         return;
     }
     std::ofstream file(arguments.svg);
-    (findings.plan ? DrawPlan : Draw)(file, arguments, objects, findings);
+    (findings.plan ? DrawPlan : Draw)(file, arguments, scene, findings);
     file.close();
     if (!file) {
         throw Failure("--svg", "'" + arguments.svg + "' can't be written");
@@ -44,21 +55,21 @@ int Run(int argc, char** argv) {
         return kSomethingFound;
     }
     const auto begin = std::chrono::steady_clock::now();
-    const std::vector<Object> objects = ReadModel(arguments->model);
+    const Scene scene = LayOut(*arguments);
     const auto read = std::chrono::steady_clock::now();
-    const Findings findings = Probe(arguments->request, objects);
+    const Findings findings = Probe(arguments->request, scene);
     const auto probed = std::chrono::steady_clock::now();
     const bool lists_plan = findings.plan && !findings.plan->window;
     const bool lists = std::holds_alternative<ListRequest>(arguments->request) || lists_plan;
     if (lists_plan) {
-        PrintPlan(std::cout, objects, *findings.plan, arguments->json);
+        PrintPlan(std::cout, scene, *findings.plan, arguments->json);
     } else if (lists) {
-        PrintList(std::cout, objects, arguments->json);
+        PrintList(std::cout, scene, arguments->json);
     } else {
-        PrintFindings(std::cout, *arguments, objects, findings,
+        PrintFindings(std::cout, *arguments, scene, findings,
                       {Seconds(read - begin), Seconds(probed - read)});
     }
-    WriteDrawing(*arguments, objects, findings);
+    WriteDrawing(*arguments, scene, findings);
     std::cout.flush();
     if (!std::cout) {
         throw Failure("standard output", "can't be written");

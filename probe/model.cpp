@@ -2,6 +2,7 @@
 #include "probe/model.h"
 
 #include "probe/failure.h"
+#include "probe/progress_line.h"
 #include "probe/text.h"
 
 #include <kvgeom/points/mapping.h>
@@ -11,34 +12,23 @@
 #include <assimp/Importer.hpp>
 #include <assimp/ProgressHandler.hpp>
 
-#include <unistd.h>
-#include <cmath>
 #include <filesystem>
-#include <iostream>
 #include <map>
 
 namespace kvprobe {
 namespace {
 
-// One line on the terminal, written again and again, and wiped at the end.
-class ProgressLine : public Assimp::ProgressHandler {
+class ReadingProgress : public Assimp::ProgressHandler {
   public:
-    ~ProgressLine() override {
-        if (m_shown) {
-            std::cerr << "\r\033[K";
-        }
-    }
-
     bool Update(float fraction) override {
-        if (fraction >= 0) {
-            std::cerr << "\rreading the model: " << std::lround(100 * fraction) << " %\033[K";
-            m_shown = true;
+        if (fraction >= 0) {  // else it isn't known
+            m_line.Show(static_cast<double>(fraction));
         }
         return true;
     }
 
   private:
-    bool m_shown = false;
+    ProgressLine m_line{"reading the model"};
 };
 
 // Assimp's matrices act on columns, the kernel's on rows.
@@ -190,9 +180,7 @@ std::vector<Object> ReadModel(const std::string& path) {
     Assimp::Importer importer;
     // Some formats get meshes invented for models that have none.
     importer.SetPropertyBool(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, true);
-    if (isatty(STDERR_FILENO) != 0) {
-        importer.SetProgressHandler(new ProgressLine);  // the importer's from now on
-    }
+    importer.SetProgressHandler(new ReadingProgress);  // the importer's from now on
     const aiScene* const scene = importer.ReadFile(path, 0);
     if (scene == nullptr) {
         throw Failure(path, "can't be read as a model: " + OneLine(importer.GetErrorString()));

@@ -68,9 +68,9 @@ double RoundUp(double value) {
 
 class PlanDrawing {
   public:
-    PlanDrawing(std::ostream& out, const std::vector<Object>& objects, const Findings& findings)
+    PlanDrawing(std::ostream& out, const Scene& scene, const Findings& findings)
         : m_out(out),
-          m_objects(objects),
+          m_objects(scene.Model()),
           m_findings(findings),
           m_bounds(BoxAround(*findings.plan)),
           m_page(FitToPage(m_bounds, findings.plan->up)),
@@ -244,10 +244,10 @@ class PlanDrawing {
 
 }  // namespace
 
-void DrawPlan(std::ostream& out, const Arguments& arguments, const std::vector<Object>& objects,
+void DrawPlan(std::ostream& out, const Arguments& arguments, const Scene& scene,
               const Findings& findings) {
-    const PlanDrawing drawing(out, objects, findings);
-    const Sheet sheet(out, Title(arguments, objects, findings), findings.hits.size());
+    const PlanDrawing drawing(out, scene, findings);
+    const Sheet sheet(out, Title(arguments, scene, findings), findings.hits.size());
     drawing.Draw(sheet);
 }
 

@@ -13,7 +13,7 @@ namespace kvprobe {
 /// Draws the model's plan as SVG: the boxes of all objects seen from above, on a grid of the
 /// model's coordinates with a scale bar; with a window, this and the objects that were found,
 /// numbered.
-void DrawPlan(std::ostream& out, const Arguments& arguments, const std::vector<Object>& objects,
+void DrawPlan(std::ostream& out, const Arguments& arguments, const Scene& scene,
               const Findings& findings);
 
 }  // namespace kvprobe

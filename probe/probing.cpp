@@ -28,6 +28,11 @@ double LargestStretch(const G4x4& a) {
     return std::sqrt(bound);
 }
 
+GBox Enlarged(const GBox& box, double by) {
+    const GVector all_ways = {by, by, by};
+    return {box.m_low - all_ways, box.m_high + all_ways};
+}
+
 G4x4 Transposed(const G4x4& a) {
     G4x4 result;
     for (int i = 0; i < 4; ++i) {
@@ -61,6 +66,30 @@ GBoreLine CarryIntoObject(const GBoreLine& leg, const Object& object) {
     return carried;
 }
 
+// The boxes of the model's objects, to be tested before the objects themselves: in the model,
+// around what their tests in their own coordinates take for the object, which is its box enlarged
+// by the radius and the tolerances. A little more, that rounding loses none. What isn't finite
+// always passes.
+std::vector<GBox> SieveBoxes(const Scene& scene, double radius = 0) {
+    constexpr double kRounding = 1e-12;
+    constexpr double kUnbounded = 1e30;
+    const double rounding = kRounding * scene.Reach();
+    std::vector<GBox> boxes;
+    for (const Object& object : scene.Model()) {
+        const double around = (radius + GetRelativeTolerance()) *
+                                  std::max(1.0, LargestStretch(object.placement.Inverse())) +
+                              GetDistanceTolerance();
+        Object enlarged = object;
+        enlarged.box = Enlarged(object.box, around);
+        const GBox box = Enlarged(ModelBox(enlarged), rounding);
+        boxes.push_back(GDistance(box.m_low, box.m_high) < kUnbounded
+                            ? box
+                            : BuildBox(-kUnbounded, -kUnbounded, -kUnbounded, kUnbounded,
+                                       kUnbounded, kUnbounded));
+    }
+    return boxes;
+}
+
 std::optional<Hit> TestLeg(const GBoreLine& leg, const Object& object) {
     const GBoreLine carried = CarryIntoObject(leg, object);
     if (!(carried && object.box)) {
@@ -79,33 +108,46 @@ std::optional<Hit> TestLeg(const GBoreLine& leg, const Object& object) {
     return hit;
 }
 
-Findings ProbeLegs(const std::vector<GBoreLine>& legs, const std::vector<Object>& objects) {
+// As the sieve takes it: without its radius, which the boxes have.
+BatchTest Against(GBoreLine leg) {
+    leg.m_radius = 0;
+    return [leg](const GBox* boxes, unsigned long count, unsigned char* answers) {
+        return IntersectBoxes(leg, boxes, count, answers);
+    };
+}
+
+Findings ProbeLegs(const std::vector<GBoreLine>& legs, const Scene& scene) {
     Findings findings;
     findings.legs = legs;
     std::vector<Hit>& hits = findings.hits;
+    const std::vector<GBox> boxes = SieveBoxes(scene, legs.front().m_radius);
     for (size_t leg = 0; leg < legs.size(); ++leg) {
         const auto first_of_leg = static_cast<std::ptrdiff_t>(hits.size());
-        for (size_t object = 0; object < objects.size(); ++object) {
-            if (std::optional<Hit> hit = TestLeg(legs[leg], objects[object])) {
+        findings.sieving += Sieve(scene, boxes, Against(legs[leg]), [&](size_t index) {
+            if (std::optional<Hit> hit = TestLeg(legs[leg], scene.At(index))) {
                 hit->leg = leg;
-                hit->object = object;
+                hit->object = index;
                 hits.push_back(*hit);
             }
-        }
+        });
         std::stable_sort(hits.begin() + first_of_leg, hits.end(),
                          [](const Hit& a, const Hit& b) { return a.enters < b.enters; });
     }
     return findings;
 }
 
-// Adds the objects that have a relation to the probe.
-template <class Test>
-void ProbeEach(const std::vector<Object>& objects, Test test, Findings& findings) {
-    for (size_t k = 0; k < objects.size(); ++k) {
-        if (const std::optional<Relation> relation = test(objects[k])) {
-            findings.hits.push_back({k, *relation});
+// Adds the objects that may touch the volume, a fence or a clip volume, and so tell their relation.
+template <class Volume, class Relate>
+void ProbeEach(const Scene& scene, const Volume& volume, Relate relate, Findings& findings) {
+    const BatchTest test = [&volume](const GBox* boxes, unsigned long count,
+                                     unsigned char* answers) {
+        return IntersectBoxes(volume, boxes, count, answers);
+    };
+    findings.sieving = Sieve(scene, SieveBoxes(scene), test, [&](size_t index) {
+        if (const std::optional<Relation> relation = relate(scene.At(index))) {
+            findings.hits.push_back({index, *relation});
         }
-    }
+    });
 }
 
 // Two rings of the same number of points, and edges between them; of many points, a few.
@@ -144,30 +186,27 @@ GPtFence FenceOver(std::vector<GPosition>& points, const PolygonRequest& request
     return {points.size(), points.data(), request.direction, request.front, request.back};
 }
 
-void MeetRange(const GBox& range, const std::vector<Object>& objects, Findings& findings) {
+void MeetRange(const GBox& range, const Scene& scene, Findings& findings) {
     findings.range = range;
-    ProbeEach(
-        objects,
-        [&range](const Object& object) -> std::optional<Relation> {
-            GBox box = ModelBox(object);
-            GBox range_copy = range;  // the test leaves it, but asks for one that it could change
-            return box.IsIntersectTol(range_copy, GetDistanceTolerance())
-                       ? std::optional(Relation::kRangeMeets)
-                       : std::nullopt;
-        },
-        findings);
+    const BatchTest test = [&range](const GBox* boxes, unsigned long count,
+                                    unsigned char* answers) {
+        return IntersectBoxes(range, GetDistanceTolerance(), boxes, count, answers);
+    };
+    findings.sieving = Sieve(scene, scene.Boxes(), test, [&findings](size_t index) {
+        findings.hits.push_back({index, Relation::kRangeMeets});
+    });
 }
 
 // The object's box in the model, laid flat: y upwards leaves x and z, z upwards x and y.
-GBox2d PlanBox(const Object& object, UpAxis up) {
+GBox2d PlanBox(const GBox& box, UpAxis up) {
     const GMatrix flat = up == UpAxis::kY ? GMatrix{{{1, 0, 0}, {0, 0, 0}, {0, 1, 0}}}
                                           : GMatrix{{{1, 0, 0}, {0, 1, 0}, {0, 0, 0}}};
-    return (ModelBox(object) * flat).Convert2d();
+    return (box * flat).Convert2d();
 }
 
 // One overload for each kind of request.
 struct Prober {
-    const std::vector<Object>& objects;
+    const Scene& scene;
 
     Findings operator()(const ListRequest& /*request*/) const { return {}; }
 
@@ -179,21 +218,22 @@ struct Prober {
             legs.push_back(BuildBoreLine(from, BuildUnitVector(from, to), GDistance(from, to), 0.0,
                                          request.radius));
         }
-        return ProbeLegs(legs, objects);
+        return ProbeLegs(legs, scene);
     }
 
     Findings operator()(const LineRequest& request) const {
         GBoreLine line = BuildBoreLine(request.through, request.along);
         line.m_radius = request.radius;
-        return ProbeLegs({line}, objects);
+        return ProbeLegs({line}, scene);
     }
 
     Findings operator()(const FenceRequest& request) const {
         Findings findings;
         findings.shape = Sweep(Moved(request.polygon, request.front * request.direction),
                                Moved(request.polygon, request.back * request.direction));
+        std::vector<GPosition> polygon = request.polygon;
         ProbeEach(
-            objects,
+            scene, FenceOver(polygon, request),
             [&request](const Object& object) -> std::optional<Relation> {
                 std::vector<GPosition> points = request.polygon;
                 GPtFence fence = FenceOver(points, request);
@@ -211,9 +251,9 @@ struct Prober {
 
     Findings operator()(const WindowRequest& request) const {
         Findings findings;
-        findings.shape = ShapeOf(request.volume, objects);
+        findings.shape = ShapeOf(request.volume, scene.Boxes());
         ProbeEach(
-            objects,
+            scene, request.volume,
             [&request](const Object& object) -> std::optional<Relation> {
                 GClipVolume volume = request.volume;
                 GBox box = object.box;
@@ -269,17 +309,17 @@ struct Prober {
         }
         Findings findings;
         findings.shape = Sweep(top, base);
-        MeetRange(RtPrismRange(prism), objects, findings);
+        MeetRange(RtPrismRange(prism), scene, findings);
         return findings;
     }
 
     Findings operator()(const PlanRequest& request) const {
         Plan plan = {request.up, {}, request.window};
-        for (const Object& object : objects) {
-            plan.boxes.push_back(PlanBox(object, request.up));
+        for (const GBox& box : scene.Boxes()) {
+            plan.boxes.push_back(PlanBox(box, request.up));
         }
         Findings findings;
-        for (size_t i = 0; plan.window && i < objects.size(); ++i) {
+        for (size_t i = 0; plan.window && i < plan.boxes.size(); ++i) {
             if (*plan.window >> plan.boxes[i]) {
                 findings.hits.push_back({i, Relation::kInside});
             } else if (plan.window->IsIntersectTol(plan.boxes[i], GetDistanceTolerance())) {
@@ -298,15 +338,15 @@ struct Prober {
         Findings findings;
         findings.shape = Sweep(SeenAtDepth(ring, eye, direction, ring[0], front),
                                SeenAtDepth(ring, eye, direction, ring[0], back));
-        MeetRange(range, objects, findings);
+        MeetRange(range, scene, findings);
         return findings;
     }
 };
 
 }  // namespace
 
-Findings Probe(const Request& request, const std::vector<Object>& objects) {
-    return std::visit(Prober{objects}, request);
+Findings Probe(const Request& request, const Scene& scene) {
+    return std::visit(Prober{scene}, request);
 }
 
 size_t CountFound(const std::vector<Hit>& hits) {

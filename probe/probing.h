@@ -2,7 +2,7 @@
 #pragma once
 
 #include "probe/arguments.h"
-#include "probe/model.h"
+#include "probe/scene.h"
 
 #include <kvgeom/boxes/box.h>
 #include <kvgeom/volumes/bore_line.h>
@@ -48,12 +48,15 @@ struct Findings {
     Shape shape;                  ///< of any other probe
     std::optional<GBox> range;    ///< of a cone, frustum or prism
     std::optional<Plan> plan;
+    Sieving sieving;
     std::vector<Hit> hits;  ///< a pipe's leg by leg, sorted by where they are entered
 };
 
 /// Carries out the request. Of a pipe, the boxes count enlarged by its radius, and what lies beyond
-/// the ends of a leg is cut off.
-Findings Probe(const Request& request, const std::vector<Object>& objects);
+/// the ends of a leg is cut off. The boxes of all objects are tested in batches in the coordinates
+/// of the model; those that pass are tested one by one in their own coordinates, where they are
+/// tighter.
+Findings Probe(const Request& request, const Scene& scene);
 
 /// How many different objects the hits are of.
 size_t CountFound(const std::vector<Hit>& hits);

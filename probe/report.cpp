@@ -17,6 +17,7 @@ using Row = std::vector<std::string>;
 
 constexpr int kDecimals = 3;
 constexpr int kJsonIndent = 2;
+constexpr double kNanoseconds = 1e9;
 
 // Writes a table whose columns are as wide as their widest cell, each aligned to the left ('l') or
 // to the right ('r').
@@ -80,8 +81,8 @@ Json LegJson(const GBoreLine& leg) {
             {"radius", leg.m_radius}};
 }
 
-Json FindingsJson(const Arguments& arguments, const std::vector<Object>& objects,
-                  const Findings& findings, const Times& times) {
+Json FindingsJson(const Arguments& arguments, const Scene& scene, const Findings& findings,
+                  const Times& times) {
     Json json = {{"model", arguments.model}};
     for (const GBoreLine& leg : findings.legs) {
         json["legs"].push_back(LegJson(leg));
@@ -94,7 +95,7 @@ Json FindingsJson(const Arguments& arguments, const std::vector<Object>& objects
     }
     json["hits"] = Json::array();
     for (const Hit& hit : findings.hits) {
-        Json hit_json = {{"object", objects[hit.object].name}, {"relation", InWords(hit.relation)}};
+        Json hit_json = {{"object", scene.Name(hit.object)}, {"relation", InWords(hit.relation)}};
         if (!findings.legs.empty()) {
             hit_json["leg"] = hit.leg + 1;
             hit_json["enters"] = hit.enters;
@@ -104,9 +105,11 @@ Json FindingsJson(const Arguments& arguments, const std::vector<Object>& objects
         json["hits"].push_back(hit_json);
     }
     json["found"] = CountFound(findings.hits);
-    json["objects"] = objects.size();
+    json["objects"] = scene.Size();
     json["readingSeconds"] = times.reading;
     json["probingSeconds"] = times.probing;
+    json["boxesTested"] = findings.sieving.boxes;
+    json["testingSeconds"] = findings.sieving.seconds;
     return json;
 }
 
@@ -117,19 +120,19 @@ std::string BoxText(const GBox& box) {
     return corner(box.m_low) + " - " + corner(box.m_high);
 }
 
-std::vector<Row> PipeRows(const std::vector<Object>& objects, const Findings& findings) {
+std::vector<Row> PipeRows(const Scene& scene, const Findings& findings) {
     std::vector<Row> rows = {{"leg", "object", "enters", "leaves", "length"}};
     for (const Hit& hit : findings.hits) {
-        rows.push_back({std::to_string(hit.leg + 1), objects[hit.object].name, Length(hit.enters),
+        rows.push_back({std::to_string(hit.leg + 1), scene.Name(hit.object), Length(hit.enters),
                         Length(hit.leaves), Length(hit.Length())});
     }
     return rows;
 }
 
-std::vector<Row> RelationRows(const std::vector<Object>& objects, const Findings& findings) {
+std::vector<Row> RelationRows(const Scene& scene, const Findings& findings) {
     std::vector<Row> rows = {{"relation", "object"}};
     for (const Hit& hit : findings.hits) {
-        rows.push_back({InWords(hit.relation), objects[hit.object].name});
+        rows.push_back({InWords(hit.relation), scene.Name(hit.object)});
     }
     return rows;
 }
@@ -141,12 +144,13 @@ size_t Count(const std::vector<Hit>& hits, Relation relation) {
 
 }  // namespace
 
-void PrintList(std::ostream& out, const std::vector<Object>& objects, bool json) {
+void PrintList(std::ostream& out, const Scene& scene, bool json) {
     if (json) {
         Json list = Json::array();
-        for (const Object& object : objects) {
+        for (size_t i = 0; i < scene.Size(); ++i) {
+            const Object& object = scene.Model()[i];
             list.push_back({{"object", object.name},
-                            {"box", BoxJson(ModelBox(object))},
+                            {"box", BoxJson(scene.Boxes()[i])},
                             {"ownBox", BoxJson(object.box)},
                             {"placement", object.placement.m_matrix}});
         }
@@ -154,34 +158,34 @@ void PrintList(std::ostream& out, const std::vector<Object>& objects, bool json)
         return;
     }
     std::vector<Row> rows = {{"object", "low x", "y", "z", "high x", "y", "z"}};
-    for (const Object& object : objects) {
-        const GBox box = ModelBox(object);
-        rows.push_back({object.name, Length(box.m_low.m_x), Length(box.m_low.m_y),
+    for (size_t i = 0; i < scene.Size(); ++i) {
+        const GBox& box = scene.Boxes()[i];
+        rows.push_back({scene.Name(i), Length(box.m_low.m_x), Length(box.m_low.m_y),
                         Length(box.m_low.m_z), Length(box.m_high.m_x), Length(box.m_high.m_y),
                         Length(box.m_high.m_z)});
     }
     PrintTable(out, rows, "lrrrrrr");
-    out << Counted(objects.size(), "object") << '\n';
+    out << Counted(scene.Size(), "object") << '\n';
 }
 
-void PrintPlan(std::ostream& out, const std::vector<Object>& objects, const Plan& plan, bool json) {
+void PrintPlan(std::ostream& out, const Scene& scene, const Plan& plan, bool json) {
     if (json) {
         Json list = Json::array();
-        for (size_t i = 0; i < objects.size(); ++i) {
-            list.push_back({{"object", objects[i].name}, {"plan", PlanBoxJson(plan.boxes[i])}});
+        for (size_t i = 0; i < scene.Size(); ++i) {
+            list.push_back({{"object", scene.Name(i)}, {"plan", PlanBoxJson(plan.boxes[i])}});
         }
         Print(out, {{"objects", list}});
         return;
     }
     const char* const second = plan.up == UpAxis::kY ? "z" : "y";
     std::vector<Row> rows = {{"object", "low x", second, "high x", second}};
-    for (size_t i = 0; i < objects.size(); ++i) {
+    for (size_t i = 0; i < scene.Size(); ++i) {
         const GBox2d& box = plan.boxes[i];
-        rows.push_back({objects[i].name, Length(box.m_low.m_x), Length(box.m_low.m_y),
+        rows.push_back({scene.Name(i), Length(box.m_low.m_x), Length(box.m_low.m_y),
                         Length(box.m_high.m_x), Length(box.m_high.m_y)});
     }
     PrintTable(out, rows, "lrrrr");
-    out << Counted(objects.size(), "object") << '\n';
+    out << Counted(scene.Size(), "object") << '\n';
 }
 
 const char* InWords(Relation relation) {
@@ -198,8 +202,8 @@ const char* InWords(Relation relation) {
     return "may be touched";
 }
 
-std::string Summary(const std::vector<Object>& objects, const Findings& findings) {
-    const std::string of_objects = " of " + Counted(objects.size(), "object");
+std::string Summary(const Scene& scene, const Findings& findings) {
+    const std::string of_objects = " of " + Counted(scene.Size(), "object");
     const size_t inside = Count(findings.hits, Relation::kInside);
     const size_t crossing = Count(findings.hits, Relation::kCrosses);
     if (findings.plan || inside + crossing > 0) {
@@ -210,40 +214,44 @@ std::string Summary(const std::vector<Object>& objects, const Findings& findings
            (findings.range ? " may lie in the range" : " may be touched");
 }
 
-void PrintFindings(std::ostream& out, const Arguments& arguments,
-                   const std::vector<Object>& objects, const Findings& findings,
-                   const Times& times) {
+void PrintFindings(std::ostream& out, const Arguments& arguments, const Scene& scene,
+                   const Findings& findings, const Times& times) {
     if (arguments.json) {
-        Print(out, FindingsJson(arguments, objects, findings, times));
+        Print(out, FindingsJson(arguments, scene, findings, times));
         return;
     }
     if (findings.legs.empty()) {
-        PrintTable(out, RelationRows(objects, findings), "ll");
+        PrintTable(out, RelationRows(scene, findings), "ll");
     } else {
-        PrintTable(out, PipeRows(objects, findings), "rlrrr");
+        PrintTable(out, PipeRows(scene, findings), "rlrrr");
     }
     if (findings.range) {
         out << "range: " << BoxText(*findings.range) << '\n';
     }
-    out << Summary(objects, findings)
+    out << Summary(scene, findings)
         << (findings.legs.empty() ? "" : " on " + Counted(findings.legs.size(), "leg"))
         << " (probed in " << Milliseconds(times.probing) << ", model read in "
         << Milliseconds(times.reading) << ")\n";
+    if (scene.IsRepeated()) {
+        const Sieving& sieving = findings.sieving;
+        out << sieving.boxes << " boxes tested in " << Milliseconds(sieving.seconds) << ", "
+            << Decimal(sieving.seconds * kNanoseconds / static_cast<double>(sieving.boxes), 1)
+            << " ns each\n";
+    }
 }
 
-std::string Title(const Arguments& arguments, const std::vector<Object>& objects,
-                  const Findings& findings) {
+std::string Title(const Arguments& arguments, const Scene& scene, const Findings& findings) {
     const std::string model = Printable(std::filesystem::path(arguments.model).filename().string());
     if (std::holds_alternative<ListRequest>(arguments.request)) {
-        return model + ": " + Counted(objects.size(), "object");
+        return model + ": " + Counted(scene.Size(), "object");
     }
     if (findings.plan && !findings.plan->window) {
-        return model + ": the plan of " + Counted(objects.size(), "object");
+        return model + ": the plan of " + Counted(scene.Size(), "object");
     }
     const std::string by_pipe =
         findings.legs.empty() ? ""
                               : " by a pipe of radius " + Decimal(findings.legs[0].m_radius, 3);
-    return model + ": " + Summary(objects, findings) + by_pipe;
+    return model + ": " + Summary(scene, findings) + by_pipe;
 }
 
 }  // namespace kvprobe

@@ -19,24 +19,22 @@ struct Times {
 
 /// The objects and their boxes in the coordinates of the model, as a table or as JSON (which adds
 /// the boxes in the objects' own coordinates and the placements).
-void PrintList(std::ostream& out, const std::vector<Object>& objects, bool json);
+void PrintList(std::ostream& out, const Scene& scene, bool json);
 
 /// The objects and their boxes in the plan, as a table or as JSON.
-void PrintPlan(std::ostream& out, const std::vector<Object>& objects, const Plan& plan, bool json);
+void PrintPlan(std::ostream& out, const Scene& scene, const Plan& plan, bool json);
 
 /// What was found, as a table and a line with the counts and times, or as JSON.
-void PrintFindings(std::ostream& out, const Arguments& arguments,
-                   const std::vector<Object>& objects, const Findings& findings,
-                   const Times& times);
+void PrintFindings(std::ostream& out, const Arguments& arguments, const Scene& scene,
+                   const Findings& findings, const Times& times);
 
 /// A relation in words, as the object's: "inside".
 const char* InWords(Relation relation);
 
 /// What was found, in a sentence without its end: "6 of 110 objects may be touched".
-std::string Summary(const std::vector<Object>& objects, const Findings& findings);
+std::string Summary(const Scene& scene, const Findings& findings);
 
 /// The title of a drawing: the model's name, and what was found in it.
-std::string Title(const Arguments& arguments, const std::vector<Object>& objects,
-                  const Findings& findings);
+std::string Title(const Arguments& arguments, const Scene& scene, const Findings& findings);
 
 }  // namespace kvprobe

@@ -46,16 +46,8 @@ bool Clip(GBoreLine& line, const GClipVolume& volume, int but_not = -1, int nor 
 
 }  // namespace
 
-GBox BoxAround(const std::vector<Object>& objects) {
-    GBox result = ModelBox(objects.front());
-    for (const Object& object : objects) {
-        result |= ModelBox(object);
-    }
-    return result;
-}
-
-Shape ShapeOf(const GClipVolume& volume, const std::vector<Object>& objects) {
-    const GBox box = BoxAround(objects);
+Shape ShapeOf(const GClipVolume& volume, const std::vector<GBox>& boxes) {
+    const GBox box = BoxAround(boxes);
     const double margin = kReach * GDistance(box.m_low, box.m_high);
     const GVector out = {margin, margin, margin};
     GBox around = {box.m_low - out, box.m_high + out};

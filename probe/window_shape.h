@@ -5,10 +5,7 @@
 
 namespace kvprobe {
 
-/// The edges of a clip volume, as far as they lie near the model.
-Shape ShapeOf(const GClipVolume& volume, const std::vector<Object>& objects);
-
-/// The box around all objects, in the model.
-GBox BoxAround(const std::vector<Object>& objects);
+/// The edges of a clip volume, as far as they lie near the boxes.
+Shape ShapeOf(const GClipVolume& volume, const std::vector<GBox>& boxes);
 
 }  // namespace kvprobe

@@ -790,6 +790,13 @@ TEST(Kvprobe, RefusesMalformedVolumesAndNumberFiles) {
          "seven.txt: 7 planes"},
         {"plan " HOUSE " --window 0,0,1", "--window: '0,0,1' has 3 numbers, not 4"},
         {"plan " HOUSE " --window 0,2,1,1", "--window: '0,2,1,1': low corner first"},
+        {HOUSE + kPipe + " --repeat 0", "--repeat: '0' is not a number of copies"},
+        {HOUSE + kPipe + " --repeat -3", "--repeat: '-3' is not a number of copies"},
+        {HOUSE + kPipe + " --repeat 1e3", "--repeat: '1e3' is not a number of copies"},
+        {HOUSE + kPipe + " --repeat 99999999999999999999", "is not a number of copies"},
+        {HOUSE + kPipe + " --repeat 90910", "--repeat: 90910 times 110 objects are more"},
+        {HOUSE + kPipe + " --repeat 2 --svg x.svg", "--repeat: drawings are of the model"},
+        {"plan " HOUSE " --repeat 2", "--repeat: lists and plans are"},
         {"plan " HOUSE " --up x", "--up: 'x' is neither y nor z"},
         {"cone " HOUSE " --point 1,2,3 --direction 1,0,0 --front 1 --back 2 --eye 0,0,0",
          "--front: '1' is less than --back"},
@@ -805,12 +812,66 @@ TEST(Kvprobe, RefusesMalformedVolumesAndNumberFiles) {
     }
 }
 
+// A probe moved to a copy finds there what it finds in the model, and elsewhere nothing.
+TEST(Kvprobe, LaysTheModelOutOnAGrid) {
+    const Json list = CallJson(HOUSE " --list")["objects"];
+    double low[2] = {1e300, 1e300};
+    double high[2] = {-1e300, -1e300};
+    for (const Json& object : list) {
+        for (const int i : {0, 1}) {
+            low[i] = std::min<double>(low[i], object["box"]["low"][2 * i]);
+            high[i] = std::max<double>(high[i], object["box"]["high"][2 * i]);
+        }
+    }
+    // Twelve copies have four columns: the seventh is the third of the second row.
+    const double x = 2 * 1.1 * (high[0] - low[0]);
+    const double z = 1.1 * (high[1] - low[1]);
+    const auto at = [x, z](double px, double py, double pz) {
+        std::ostringstream text;
+        text.precision(17);
+        text << px + x << "," << py << "," << pz + z;
+        return text.str();
+    };
+    const struct {
+        std::string in_model;
+        std::string in_copy;
+    } rows[] = {
+        {HOUSE + kPipe,
+         HOUSE " -r 0.05 --from " + at(-2, 1.2, -7.5) + " --to " + at(14, 1.2, -7.5)},
+        {"fence " HOUSE " --point 4,0,-9 --point 7,0,-9 --point 7,0,-6 --direction 0,1,0 --back 1 "
+         "--front 2",
+         "fence " HOUSE " --point " + at(4, 0, -9) + " --point " + at(7, 0, -9) + " --point " +
+             at(7, 0, -6) + " --direction 0,1,0 --back 1 --front 2"},
+        {"window " HOUSE " --box 0,0,-10,6,2.6,-4",
+         "window " HOUSE " --box " + at(0, 0, -10) + "," + at(6, 2.6, -4)},
+        {"prism " HOUSE " --point 4,0,-9 --point 7,0,-9 --point 7,0,-6 --back 0 --front 2",
+         "prism " HOUSE " --back 0 --front 2 --point " + at(4, 0, -9) + " --point " + at(7, 0, -9) +
+             " --point " + at(7, 0, -6)},
+    };
+    for (const auto& row : rows) {
+        const Json model = CallJson(row.in_model);
+        const Json scene = CallJson(row.in_copy + " --repeat 12");
+        EXPECT_EQ(scene["objects"], 12 * list.size());
+        EXPECT_EQ(scene["boxesTested"], 12 * list.size());
+        std::set<std::string> expected;
+        for (const std::string& name : Names(model["hits"])) {
+            expected.insert(name + " of copy 7");
+        }
+        EXPECT_GT(expected.size(), 2U) << row.in_model;
+        EXPECT_EQ(Names(scene["hits"]), expected) << row.in_copy;
+    }
+    EXPECT_NE(Call(rows[0].in_copy + " --repeat 12").out.find("1320 boxes tested in "),
+              std::string::npos);
+}
+
 TEST(Kvprobe, ShowsItsProgressOnATerminalOnly) {
     const Scratch scratch;
     const std::string command = "script -qec '" + std::string(KVPROBE) + " " + HOUSE + kPipe +
-                                "' " + scratch.Path("typescript") + " >/dev/null";
+                                " --repeat 9' " + scratch.Path("typescript") + " >/dev/null";
     ASSERT_EQ(std::system(command.c_str()), 0);
-    EXPECT_NE(ReadFile(scratch.Path("typescript")).find("reading the model: "), std::string::npos);
+    const std::string typescript = ReadFile(scratch.Path("typescript"));
+    EXPECT_NE(typescript.find("reading the model ["), std::string::npos);
+    EXPECT_NE(typescript.find("testing the boxes ["), std::string::npos);
     EXPECT_EQ(Call(HOUSE + kPipe).err, "");
 }
 
