@@ -70,6 +70,8 @@ struct Kernels {
     void (*compose_transfs)(const GTransf*, const GTransf*, double clear_rotation, unsigned long,
                             GTransf*);
     void (*compose_4x4s)(const G4x4*, const G4x4*, unsigned long, G4x4*);
+    // False when it is singular; then the result is undefined.
+    bool (*invert_4x4)(const G4x4&, G4x4& result);
     void (*invert_4x4s)(const G4x4*, unsigned long, G4x4*);
 
     // The box around points, of which there is at least one.

@@ -5,6 +5,7 @@
 
 #include <kvgeom/batch/box_tests_code.h>
 #include <kvgeom/batch/composition_code.h>
+#include <kvgeom/batch/inversion_code.h>
 #include <kvgeom/batch/kernels.h>
 #include <kvgeom/batch/mapping_code.h>
 #include <kvgeom/batch/plane_tests_code.h>
@@ -36,6 +37,7 @@ constexpr Kernels MakeKernels(const char* name) {
             PlacePositions,
             ComposeEachTransf,
             ComposeEach4x4,
+            InvertOne4x4,
             InvertEach4x4,
             BoxOfPositions,
             UniteBoxesThatAreNotNull};

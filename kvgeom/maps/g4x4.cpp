@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <kvgeom/batch/kernels.h>
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/tolerance_state.h>
@@ -23,56 +24,6 @@ G4x4 FromTransf(const GTransf& t) {
     return result;
 }
 
-// The array [matrix | identity] that Gauss-Jordan elimination turns into [permutation | inverse].
-struct Elimination {
-    double rows[4][8];
-
-    explicit Elimination(const G4x4& g) : rows{} {
-        for (int i = 0; i < 4; ++i) {
-            std::copy_n(g.m_matrix + 4 * i, 4, rows[i]);
-            rows[i][4 + i] = 1;
-        }
-    }
-
-    struct Pivot {
-        double value = 0.0;
-        int row = 0;
-        int column = 0;
-    };
-
-    // The largest element of the left half from the given row down, the first of equals. Columns of
-    // earlier pivots hold zeros there and are never chosen again.
-    Pivot FindPivot(int first_row) const {
-        Pivot pivot;
-        for (int i = first_row; i < 4; ++i) {
-            for (int j = 0; j < 4; ++j) {
-                if (std::fabs(rows[i][j]) > std::fabs(pivot.value)) {
-                    pivot = {rows[i][j], i, j};
-                }
-            }
-        }
-        return pivot;
-    }
-
-    void Eliminate(int step, const Pivot& pivot) {
-        if (pivot.row != step) {
-            std::swap_ranges(rows[step], rows[step] + 8, rows[pivot.row]);
-        }
-        for (double& element : rows[step]) {
-            element /= pivot.value;
-        }
-        for (int i = 0; i < 4; ++i) {
-            if (i == step) {
-                continue;
-            }
-            const double factor = rows[i][pivot.column];
-            for (int j = 0; j < 8; ++j) {
-                rows[i][j] -= factor * rows[step][j];
-            }
-        }
-    }
-};
-
 }  // namespace
 
 G4x4& G4x4::operator=(const GTransf& t) {
@@ -94,21 +45,10 @@ G4x4& G4x4::operator*=(const GTransf& b) {
 }
 
 G4x4 G4x4::Inverse() const {
-    Elimination elimination(*this);
-    int pivot_columns[4];
-    for (int step = 0; step < 4; ++step) {
-        const Elimination::Pivot pivot = elimination.FindPivot(step);
-        if (std::fabs(pivot.value) < kSmallestPivot) {
-            Gassert_debug("Can't find inverse since the g4x4 is singular");
-            return kIdentity4x4;
-        }
-        pivot_columns[step] = pivot.column;
-        elimination.Eliminate(step, pivot);
-    }
-    // The left half now has the 1 of row k in that step's pivot column.
     G4x4 result;
-    for (int step = 0; step < 4; ++step) {
-        std::copy_n(elimination.rows[step] + 4, 4, result.m_matrix + 4 * pivot_columns[step]);
+    if (!g_kernels->invert_4x4(*this, result)) {
+        Gassert_debug("Can't find inverse since the g4x4 is singular");
+        result = kIdentity4x4;
     }
     return result;
 }
