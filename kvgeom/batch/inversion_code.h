@@ -61,78 +61,153 @@ inline void StoreMatrices(double* to, const Matrices& matrices) {
     }
 }
 
-// As below for one matrix, each lane with pivots of its own; the lanes whose matrix is singular are
-// those of the result's mask. In the last step the left half isn't needed any more.
-inline Mask Invert(const Matrices& matrices, Matrices& inverse) {
-    Lanes rows[4][8] = {};
-    for (int i = 0; i < 4; ++i) {
-        for (int j = 0; j < 4; ++j) {
-            rows[i][j] = matrices.m[i][j];
-        }
-        rows[i][4 + i] = All(1);
-    }
+// Gauss-Jordan elimination as InvertOne4x4 does it, each lane with pivots of its own, but without
+// what is known beforehand:
+// - Of the left half only the columns that have had no pivot are kept, in their order; the others
+//   hold zeros and ones, or are never looked at.
+// - Of the right half, which begins as the identity, only the columns of rows that have been pivots
+//   are kept. In all others a row holds the same number, which is 0 (of either sign) or NaN, but
+//   for the 1 of a row's own column. In rows that haven't been pivots that number is still +0: only
+//   an infinite factor or NaN could change it, by which the row's left half becomes NaN as a whole,
+//   so that it never has a pivot and the matrix is singular.
+struct Eliminations {
+    Lanes left[4][4];
+    Lanes right[4][4];       // column k is that of the pivot row of step k
+    Lanes elsewhere[4];      // the number in the other columns, of rows that have been pivots
+    Lanes row_places[4];     // the row at which a row began,
+    Lanes column_places[4];  // and the column at which a column of the left half did
+    Lanes pivot_rows[4];     // of each step, where they began
+    Lanes pivot_columns[4];
     Mask is_singular = {};
-    Mask is_column[4][4];  // of each step
-    for (int step = 0; step < 4; ++step) {
-        Lanes largest = {};
-        Lanes pivot = {};
-        Mask is_row[4] = {};
-        for (int i = step; i < 4; ++i) {
+
+    explicit Eliminations(const Matrices& matrices) {
+        for (int i = 0; i < 4; ++i) {
+            row_places[i] = column_places[i] = All(i);
             for (int j = 0; j < 4; ++j) {
-                const Lanes magnitude = Magnitude(rows[i][j]);
-                const Mask is_larger = magnitude > largest;
+                left[i][j] = matrices.m[i][j];
+            }
+        }
+    }
+
+    template <int step>
+    void Eliminate() {
+        constexpr int columns = 4 - step;
+        Lanes largest = {};
+        Lanes place = All(4 * step);
+        for (int i = step; i < 4; ++i) {
+            for (int j = 0; j < columns; ++j) {
+                const Lanes magnitude = Magnitude(left[i][j]);
+                place = magnitude > largest ? All(4 * i + j) : place;
                 largest = Larger(largest, magnitude);
-                pivot = is_larger ? rows[i][j] : pivot;
-                is_row[i] = j == 0 ? is_larger : is_row[i] | is_larger;
-                for (int other = 0; other < 4; ++other) {
-                    Mask& is_other = is_column[step][other];
-                    is_other = i == step && j == 0 ? Mask{} : is_other;
-                    is_other = other == j ? is_other | is_larger : is_other & ~is_larger;
-                }
             }
         }
         is_singular |= largest < kSmallestPivot;
-        // The last row that had a larger element.
-        Mask is_later = {};
-        for (int i = 3; i > step; --i) {
-            is_row[i] &= ~is_later;
-            is_later |= is_row[i];
-        }
-        const int first_column = step < 3 ? 0 : 4;
-        Lanes factors[4];
+
+        Lanes row = All(step);
+        Lanes column = place - 4.0 * step;
         for (int i = step + 1; i < 4; ++i) {
-            for (int j = 0; j < 8; ++j) {
-                const Lanes x = rows[i][j];
-                rows[i][j] = is_row[i] ? rows[step][j] : x;
-                rows[step][j] = is_row[i] ? x : rows[step][j];
+            const Mask is_beyond = place >= 4.0 * i;
+            row = is_beyond ? All(i) : row;
+            column = is_beyond ? place - 4.0 * i : column;
+        }
+        for (int i = step + 1; i < 4; ++i) {
+            const Mask is_row = row == static_cast<double>(i);
+            Exchange(is_row, row_places[step], row_places[i]);
+            for (int j = 0; j < columns; ++j) {
+                Exchange(is_row, left[step][j], left[i][j]);
+            }
+            for (int k = 0; k < step; ++k) {
+                Exchange(is_row, right[step][k], right[i][k]);
             }
         }
+        pivot_rows[step] = row_places[step];
+        pivot_columns[step] = TakeColumn<columns>(column, column_places);
+        Lanes factors[4];
         for (int i = 0; i < 4; ++i) {
-            factors[i] = rows[i][0];
-            for (int j = 1; j < 4; ++j) {
-                factors[i] = is_column[step][j] ? rows[i][j] : factors[i];
+            factors[i] = TakeColumn<columns>(column, left[i]);
+        }
+
+        const Lanes pivot = factors[step];
+        for (int j = 0; j < columns - 1; ++j) {
+            left[step][j] /= pivot;
+        }
+        for (int k = 0; k < step; ++k) {
+            right[step][k] /= pivot;
+        }
+        right[step][step] = 1 / pivot;
+        elsewhere[step] = ZeroWithSignOf(pivot);
+        for (int i = 0; i < 4; ++i) {
+            if (i == step) {
+                continue;
+            }
+            for (int j = 0; j < columns - 1; ++j) {
+                left[i][j] -= factors[i] * left[step][j];
+            }
+            for (int k = 0; k < step; ++k) {
+                right[i][k] -= factors[i] * right[step][k];
+            }
+            const Lanes before = i < step ? elsewhere[i] : Lanes{};
+            right[i][step] = before - factors[i] * right[step][step];
+            if (i < step) {
+                elsewhere[i] -= factors[i] * elsewhere[step];
             }
         }
-        for (int j = first_column; j < 8; ++j) {
-            rows[step][j] /= pivot;
-            for (int i = 0; i < 4; ++i) {
-                if (i != step) {
-                    rows[i][j] -= factors[i] * rows[step][j];
+    }
+
+    // Row i of the inverse is that of the step with the pivot in column i, its columns likewise.
+    Matrices Inverse() const {
+        Lanes rows[4][4];
+        for (int i = 0; i < 4; ++i) {
+            for (int k = 0; k < 4; ++k) {
+                rows[i][k] = right[0][k];
+            }
+            for (int step = 1; step < 4; ++step) {
+                const Mask is_step = pivot_columns[step] == static_cast<double>(i);
+                for (int k = 0; k < 4; ++k) {
+                    rows[i][k] = is_step ? right[step][k] : rows[i][k];
                 }
             }
         }
-    }
-    for (int row = 0; row < 4; ++row) {
+        Matrices result;
         for (int j = 0; j < 4; ++j) {
-            Lanes element = rows[0][4 + j];
-            for (int step = 1; step < 4; ++step) {
-                element = is_column[step][row] ? rows[step][4 + j] : element;
+            for (int i = 0; i < 4; ++i) {
+                result.m[i][j] = rows[i][0];
             }
-            inverse.m[row][j] = element;
+            for (int step = 1; step < 4; ++step) {
+                const Mask is_step = pivot_rows[step] == static_cast<double>(j);
+                for (int i = 0; i < 4; ++i) {
+                    result.m[i][j] = is_step ? rows[i][step] : result.m[i][j];
+                }
+            }
         }
+        return result;
     }
-    return is_singular;
-}
+
+  private:
+    static void Exchange(Mask which, Lanes& a, Lanes& b) {
+        const Lanes old = b;
+        b = which ? a : old;
+        a = which ? old : a;
+    }
+
+    static Lanes ZeroWithSignOf(Lanes x) {
+        return reinterpret_cast<Lanes>(reinterpret_cast<Mask>(x) &
+                                       reinterpret_cast<Mask>(All(-0.0)));
+    }
+
+    // Takes one out of so many, and closes the gap.
+    template <int count>
+    static Lanes TakeColumn(Lanes column, Lanes (&row)[4]) {
+        Lanes taken = row[0];
+        for (int j = 1; j < count; ++j) {
+            const Mask is_here = column == static_cast<double>(j);
+            const Mask is_before = column < static_cast<double>(j);
+            taken = is_here ? row[j] : taken;
+            row[j - 1] = is_before ? row[j] : row[j - 1];
+        }
+        return taken;
+    }
+};
 
 // The array [matrix | identity] that Gauss-Jordan elimination turns into [permutation | inverse].
 struct Halves {
@@ -212,11 +287,15 @@ inline bool Eliminate(const Halves& before, Halves& after, unsigned& steps) {
 
 [[gnu::flatten]] void InvertEach4x4(const G4x4* matrices, unsigned long count, G4x4* results) {
     const auto invert_group = [](const G4x4* in, G4x4* out) {
-        Matrices inverse;
-        if (Bits(Invert(LoadMatrices(in->m_matrix), inverse)) != 0) {
+        Eliminations eliminations(LoadMatrices(in->m_matrix));
+        eliminations.Eliminate<0>();
+        eliminations.Eliminate<1>();
+        eliminations.Eliminate<2>();
+        eliminations.Eliminate<3>();
+        if (Bits(eliminations.is_singular) != 0) {
             return false;
         }
-        StoreMatrices(out->m_matrix, inverse);
+        StoreMatrices(out->m_matrix, eliminations.Inverse());
         return true;
     };
     ForGroups(matrices, count, results, results, invert_group, InvertSingly);
