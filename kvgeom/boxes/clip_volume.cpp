@@ -38,20 +38,38 @@ GVector Normal(const double (&plane)[4]) {
     return {plane[0], plane[1], plane[2]};
 }
 
+// Divides a plane by the length of its normal. One without a normal is no plane: it stays as it is.
+void Normalise(double (&plane)[4]) {
+    const GVector normal = Normal(plane);
+    const double squared_length = normal % normal;
+    if (std::fabs(squared_length - 1) <= DBL_EPSILON) {
+        return;
+    }
+    const double length = SquareRoot(squared_length);
+    if (length == 0.0) {
+        return;
+    }
+    for (double& element : plane) {
+        element /= length;
+    }
+}
+
 // The signed distance of p from the plane, measured by way of the point p + d u.
 double SignedDistance(const double (&plane)[4], const GPosition& p) {
     const GUnitVector u = PlaneNormal(plane);
     return u % (p + plane[3] * u);
 }
 
-// 1 unless the chosen corner lies outside some plane by more than the distance tolerance.
+// 1 unless the chosen corner lies outside some plane by more than the distance tolerance. Planes
+// are normalised when their turn comes: most boxes lie outside of one of the first.
 template <class Choice>
-int HoldsChosenCorners(const GClipVolume& volume, const GBox& box, Choice choose_corner) {
+int HoldsChosenCorners(const GClipVolume& volume, Choice choose_corner) {
     const double tol = DistanceTolerance();
-    const GClipVolume normalised = Normalised(volume);
     for (int k = 0; k < PlaneCount(volume); ++k) {
-        const auto& plane = normalised.m_planes[k];
-        if (SignedDistance(plane, choose_corner(box, Normal(plane))) < -tol) {
+        double plane[4];
+        std::copy_n(volume.m_planes[k], 4, plane);
+        Normalise(plane);
+        if (SignedDistance(plane, choose_corner(Normal(plane))) < -tol) {
             return 0;
         }
     }
@@ -63,19 +81,7 @@ int HoldsChosenCorners(const GClipVolume& volume, const GBox& box, Choice choose
 GClipVolume kvgeom::detail::Normalised(const GClipVolume& volume) {
     GClipVolume result = volume;
     for (int k = 0; k < PlaneCount(volume); ++k) {
-        auto& plane = result.m_planes[k];
-        const GVector normal = Normal(plane);
-        const double squared_length = normal % normal;
-        if (std::fabs(squared_length - 1) <= DBL_EPSILON) {
-            continue;
-        }
-        const double length = SquareRoot(squared_length);
-        if (length == 0.0) {
-            continue;  // no plane: it stays as it is
-        }
-        for (double& element : plane) {
-            element /= length;
-        }
+        Normalise(result.m_planes[k]);
     }
     return result;
 }
@@ -133,11 +139,13 @@ void IsPtInClipVolume(const GClipVolume& volume, const GPosition& p, int* result
 }
 
 int GClipVolume::operator&&(const GBox& box) const {
-    return HoldsChosenCorners(*this, box, FurthestCorner);
+    return HoldsChosenCorners(*this,
+                              [&](const GVector& normal) { return FurthestCorner(box, normal); });
 }
 
 int GClipVolume::operator>>(const GBox& box) const {
-    return HoldsChosenCorners(*this, box, NearestCorner);
+    return HoldsChosenCorners(*this,
+                              [&](const GVector& normal) { return NearestCorner(box, normal); });
 }
 
 GClipVolume& GClipVolume::operator+=(const GVector& v) {

@@ -2,6 +2,7 @@
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/tolerance_state.h>
+#include <kvgeom/maps/clear_rotation.h>
 #include <kvgeom/maps/fixed_maps.h>
 #include <kvgeom/maps/g4x4_conversion.h>
 #include <kvgeom/maps/linear_block.h>
@@ -47,6 +48,15 @@ bool HasUnitDeterminant(const Matrix& matrix, double tol) {
     return std::fabs(std::fabs(GetDeterminant(matrix)) - 1) <= tol;
 }
 
+bool HasAngleFrom(const GTransf& t, double tol) {
+    double a;
+    double b;
+    double c;
+    GPosition origin;
+    GetRotAngles(t, &a, &b, &c, origin);
+    return std::fabs(a) >= tol || std::fabs(b) >= tol || std::fabs(c) >= tol;
+}
+
 }  // namespace
 
 // Every test is written so that NaN fails it: with 0 comes a sound linear part and scaling. The
@@ -84,13 +94,8 @@ long ConvertG4x4ToGTransf(const G4x4& g, GTransf& t) {
     GTransf result =
         BuildTransf(matrix, {m[12], m[13], m[14]}, (lengths[0] + lengths[1] + lengths[2]) / 3, 0,
                     GetDeterminant(matrix) < 0, 0);
-    double a;
-    double b;
-    double c;
-    GPosition origin;
-    GetRotAngles(result, &a, &b, &c, origin);
-    const bool rotates = std::fabs(a) >= tol || std::fabs(b) >= tol || std::fabs(c) >= tol;
-    result.m_hasRotation = rotates ? 1 : 0;
+    result.m_hasRotation =
+        RotatesClearly(matrix, ClearRotation(tol)) || HasAngleFrom(result, tol) ? 1 : 0;
     t = result;
     return kSuccess;
 }
