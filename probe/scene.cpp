@@ -47,8 +47,9 @@ Scene::Scene(std::vector<Object> model, size_t copies, UpAxis up)
 }
 
 GVector Scene::Offset(size_t copy) const {
-    return static_cast<double>(copy % m_columns) * m_column_step +
-           static_cast<double>(copy / m_columns) * m_row_step;
+    const size_t column = copy % m_columns;
+    const size_t row = copy / m_columns;
+    return static_cast<double>(column) * m_column_step + static_cast<double>(row) * m_row_step;
 }
 
 double Scene::Reach() const {
