@@ -5,6 +5,7 @@
 // kvgeom's.
 
 #include "kvgeom_tasks.h"
+#include "machine.h"
 #include "model.h"
 #include "rivals/rivals.h"
 
@@ -224,5 +225,8 @@ int main(int argc, char** argv) {
     RegisterComparisons();
     RegisterGrowth();
     RegisterMemory();
+    if (__builtin_cpu_supports("avx512f")) {
+        RegisterMachine();
+    }
     benchmark::RunSpecifiedBenchmarks();
 }

@@ -190,6 +190,8 @@ types, made from the same records: 4,096 elements stay in the caches, 1,000,000 
 before anything is measured: coordinates agree within 1e-9 of the largest, tests but for the
 disagreements counted below.
 
+Where a figure stays behind what is wanted, [the limits](performance-limits.md) tell why.
+
 ![How many times as fast kvgeom is]({picture})
 
 {parts}
@@ -200,6 +202,21 @@ disagreements counted below.
 call without the call, `kvgeom_sorted` the batch call on elements in the order of x.
 
 {every}
+{machine(results)}"""
+
+
+def machine(results):
+    rows = [[work.removeprefix("machine_").replace("_", " "), f"{ns:.2f}"]
+            for (work, *_), ns in results.medians.items() if work.startswith("machine_")]
+    if not rows:
+        return ""
+    return f"""
+## What the processor can do
+
+Nanoseconds for an operation on eight numbers (AVX-512), of which eight are under way at a time; of two kinds in
+turns, for each.
+
+{table(["operation", "ns"], rows)}
 """
 
 

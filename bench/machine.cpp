@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "machine.h"
+
+#include <benchmark/benchmark.h>
+
+#include <immintrin.h>
+
+#include <cstdint>
+#include <string>
+
+// How long the processor takes for an operation on eight numbers, when nothing waits for its result
+// but the next but seven of its kind. What a kernel can reach at best follows from these. Written
+// as assembly, lest the compiler find out that all this is for nothing.
+namespace bench {
+namespace {
+
+using Vector = __m512d;
+
+constexpr int kChains = 8;
+constexpr int kRounds = 1000;
+constexpr int kOperations = kChains * kRounds;
+
+struct Operands {
+    Vector number = _mm512_set1_pd(1.0);
+    __m512i order = _mm512_set_epi64(6, 4, 2, 0, 7, 5, 3, 1);
+    alignas(64) double memory[8 * kChains] = {};
+};
+
+typedef void (*Operation)(Vector& chain, Operands& operands, int i);
+
+inline void Load(Vector& x, Operands& operands, int i) {
+    asm volatile("vmovupd %1, %0" : "=v"(x) : "m"(operands.memory[8 * i]));
+}
+inline void Store(Vector& x, Operands& operands, int i) {
+    asm volatile("vmovupd %1, %0" : "=m"(operands.memory[8 * i]) : "v"(x));
+}
+inline void Permute(Vector& x, Operands& operands, int /*i*/) {
+    asm volatile("vpermt2pd %2, %1, %0" : "+v"(x) : "v"(operands.order), "v"(operands.number));
+}
+inline void Multiply(Vector& x, Operands& operands, int /*i*/) {
+    asm volatile("vmulpd %1, %0, %0" : "+v"(x) : "v"(operands.number));
+}
+inline void Add(Vector& x, Operands& operands, int /*i*/) {
+    asm volatile("vaddpd %1, %0, %0" : "+v"(x) : "v"(operands.number));
+}
+inline void Compare(Vector& x, Operands& operands, int /*i*/) {
+    asm volatile("vminpd %1, %0, %0" : "+v"(x) : "v"(operands.number));
+}
+inline void Divide(Vector& x, Operands& operands, int /*i*/) {
+    asm volatile("vdivpd %1, %0, %0" : "+v"(x) : "v"(operands.number));
+}
+template <Operation first, Operation second>
+inline void InTurns(Vector& x, Operands& operands, int i) {
+    (i % 2 == 0 ? first : second)(x, operands, i);
+}
+
+template <Operation operate>
+void Measure(const std::string& operation) {
+    const std::string name = "machine_" + operation + "/" + std::to_string(kOperations) + "/cpu";
+    benchmark::RegisterBenchmark(name.c_str(), [](benchmark::State& state) {
+        Operands operands;
+        // An array would be kept in memory.
+        Vector a = operands.number;
+        Vector b = a, c = a, d = a, e = a, f = a, g = a, h = a;
+        for (auto _ : state) {
+            for (int round = 0; round < kRounds; ++round) {
+                operate(a, operands, 0);
+                operate(b, operands, 1);
+                operate(c, operands, 2);
+                operate(d, operands, 3);
+                operate(e, operands, 4);
+                operate(f, operands, 5);
+                operate(g, operands, 6);
+                operate(h, operands, 7);
+            }
+        }
+        Vector sum = a + b + c + d + e + f + g + h;
+        benchmark::DoNotOptimize(sum);
+    });
+}
+
+}  // namespace
+
+void RegisterMachine() {
+    Measure<Load>("load");
+    Measure<Store>("store");
+    Measure<Permute>("permute");
+    Measure<Multiply>("multiply");
+    Measure<Add>("add");
+    Measure<Compare>("minimum");
+    Measure<Divide>("divide");
+    Measure<InTurns<Permute, Multiply>>("permute_and_multiply");
+    Measure<InTurns<Permute, Add>>("permute_and_add");
+    Measure<InTurns<Multiply, Add>>("multiply_and_add");
+    Measure<InTurns<Compare, Add>>("minimum_and_add");
+    Measure<InTurns<Load, Add>>("load_and_add");
+}
+
+}  // namespace bench
