@@ -3,9 +3,10 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 
-#if defined(__linux__)
-#include <unistd.h>
+#if defined(__x86_64__) || defined(__i386__)
+#include <cpuid.h>
 #endif
 
 namespace kvgeom::detail {
@@ -45,6 +46,32 @@ const Kernels* Choose() {
 
 #endif
 
+// The size in bytes of the largest cache that a core has for itself or shares, 0 where it isn't
+// known. sysconf adds up the caches of all cores.
+double LargestCache() {
+    double largest = 0;
+#if defined(__x86_64__) || defined(__i386__)
+    // The deterministic cache parameters, which Intel and AMD tell in the same form.
+    for (const unsigned leaf : {4U, 0x8000001DU}) {
+        unsigned kind;
+        unsigned shape;
+        unsigned sets;
+        unsigned other;
+        for (unsigned i = 0;
+             i < 16 && __get_cpuid_count(leaf, i, &kind, &shape, &sets, &other) != 0 &&
+             (kind & 0x1FU) != 0;
+             ++i) {
+            const double ways = (shape >> 22U) + 1;
+            const double partitions = (shape >> 12U & 0x3FFU) + 1;
+            const double line = (shape & 0xFFFU) + 1;
+            const double size = ways * partitions * line * (sets + 1.0);
+            largest = size > largest ? size : largest;
+        }
+    }
+#endif
+    return largest;
+}
+
 }  // namespace
 
 unsigned long CountOnes(const unsigned char* answers, unsigned long count) {
@@ -62,10 +89,8 @@ namespace {
 
 [[maybe_unused]] const bool g_are_chosen = [] {
     g_kernels = Choose();
-#if defined(_SC_LEVEL3_CACHE_SIZE)
-    const auto size = static_cast<double>(sysconf(_SC_LEVEL3_CACHE_SIZE));
+    const double size = LargestCache();
     g_cache_size = size > 0 ? size : g_cache_size;
-#endif
     return true;
 }();
 

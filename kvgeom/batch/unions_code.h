@@ -59,7 +59,15 @@ inline double LargestOf(Lanes x) {
             high[k] = Larger(high[k], x);
         }
     };
-    unsigned long i = 0;
+    // Memory gives more to a reader who asks for several places at a time.
+    constexpr unsigned long kRuns = 4;
+    const unsigned long run = count / kRuns / kFull * kFull;
+    for (unsigned long i = 0; i < run; i += kFull) {
+        for (unsigned long k = 0; k < kRuns; ++k) {
+            extend(numbers + 3 * (k * run + i));
+        }
+    }
+    unsigned long i = kRuns * run;
     for (; count - i >= kFull; i += kFull) {
         extend(numbers + 3 * i);
     }
