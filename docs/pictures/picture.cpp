@@ -25,7 +25,7 @@ constexpr double kLeastShiftToSide = 4;
 constexpr double kSmoothAngle = 0.35;
 
 constexpr const char* kStyle = R"(<style>
-.sheet { fill: #ffffff; stroke: #e3e7ec }
+.sheet { fill: #ffffff }
 .record { fill: #2563b8; stroke: #2563b8 }
 .result { fill: #b8540a; stroke: #b8540a }
 .probe { fill: #b3263a; stroke: #b3263a }
@@ -33,7 +33,7 @@ constexpr const char* kStyle = R"(<style>
 .faint { fill: #7d8996; stroke: #7d8996 }
 .text { stroke: #ffffff }
 @media (prefers-color-scheme: dark) {
-.sheet { fill: #1c1e22; stroke: #33373d }
+.sheet { fill: #1c1e22 }
 .record { fill: #79b0f5; stroke: #79b0f5 }
 .result { fill: #f2a65a; stroke: #f2a65a }
 .probe { fill: #ff8592; stroke: #ff8592 }
@@ -289,8 +289,8 @@ std::string Picture::Svg() const {
     const std::string height = Pixels(m_height);
     return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" + height +
            "\" viewBox=\"0 0 " + width + " " + height + "\">\n" + kStyle +
-           "<rect class=\"sheet\" x=\"0.5\" y=\"0.5\" width=\"" + Pixels(m_width - 1) +
-           "\" height=\"" + Pixels(m_height - 1) + "\" rx=\"8\"/>\n" + m_out.str() + "</svg>\n";
+           "<rect class=\"sheet\" width=\"" + width + "\" height=\"" + height + "\"/>\n" +
+           m_out.str() + "</svg>\n";
 }
 
 void Picture::Path(const std::string& data, Role role, const char* kind) {
