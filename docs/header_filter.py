@@ -23,7 +23,7 @@ END_OF_DECLARATION = re.compile(r"[;{}]\s*(///<.*)?$")
 def marked_up(text):
     """Plain text with its quotations as code, and nothing that Doxygen takes for a command."""
     text = text.replace("&", "&amp;").replace("<", "&lt;").replace(">", "&gt;")
-    text = re.sub(r"[\\*#@%|~]", r"\\\g<0>", text)
+    text = re.sub(r"[\\*#@%|]", r"\\\g<0>", text)
     return re.sub(r'"([^"]*)"', r"<code>\1</code>", text)
 
 
