@@ -106,7 +106,7 @@ class Drawing {
           m_findings(findings),
           m_model_box(BoxAround(scene.Boxes())) {
         const GTransf view = View(up);
-        m_page = FitToPage(view, BoundsIn(view));
+        m_page = FitToPage(view, BoundsIn(view), kSceneFrame);
         for (const Hit& hit : findings.hits) {
             const int number = static_cast<int>(m_found.size()) + 1;
             m_found.try_emplace(hit.object, Found{number, hit.relation});

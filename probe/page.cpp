@@ -28,13 +28,14 @@ GTransf View(UpAxis up) {
     return upright * RotateTransf(kAzimuth, y) * RotateTransf(kElevation, x);
 }
 
-GTransf FitToPage(const GTransf& view, const GBox& bounds) {
-    const double width = bounds.m_high.m_x - bounds.m_low.m_x;
-    const double height = bounds.m_high.m_y - bounds.m_low.m_y;
-    const double fit = std::min((kSceneWidth - 2 * kMargin) / std::max(width, kSmallestExtent),
-                                (kSceneHeight - 2 * kMargin) / std::max(height, kSmallestExtent));
+GTransf FitToPage(const GTransf& view, const GBox& bounds, const GBox2d& frame) {
+    const GVector extent = bounds.m_high - bounds.m_low;
+    const GVector2d room = frame.m_high - frame.m_low;
+    const double fit = std::min(room.m_x / std::max(extent.m_x, kSmallestExtent),
+                                room.m_y / std::max(extent.m_y, kSmallestExtent));
     const GVector to_origin = GPosition{0, 0, 0} - Interpolate(0.5, bounds.m_low, bounds.m_high);
-    const GVector to_page = {kSceneWidth / 2, kTitleHeight + kSceneHeight / 2, 0};
+    const GPosition2d centre = Interpolate(0.5, frame.m_low, frame.m_high);
+    const GVector to_page = {centre.m_x, centre.m_y, 0};
     // The y axis of a page points down.
     return view * TranslateTransf(to_origin) * ScaleTransf(fit) *
            ReflectTransf(GUnitVector{0, 1, 0}) * TranslateTransf(to_page);

@@ -4,6 +4,7 @@
 #include "probe/arguments.h"
 
 #include <kvgeom/boxes/box.h>
+#include <kvgeom/boxes/box2d.h>
 #include <kvgeom/maps/transf.h>
 #include <kvgeom/points/position2d.h>
 
@@ -20,8 +21,12 @@ constexpr double kTitleHeight = 70;
 /// Turns the model to the eye: x to the right, y upwards, z towards it.
 GTransf View(UpAxis up);
 
-/// The view, scaled and moved so that a box in it fills the scene on the page.
-GTransf FitToPage(const GTransf& view, const GBox& bounds);
+/// Where the scene is on the page, within its margins.
+constexpr GBox2d kSceneFrame = {{kMargin, kTitleHeight + kMargin},
+                                {kSceneWidth - kMargin, kTitleHeight + kSceneHeight - kMargin}};
+
+/// The view, scaled and moved so that a box in it fills a frame on the page.
+GTransf FitToPage(const GTransf& view, const GBox& bounds, const GBox2d& frame);
 
 /// A length on the page.
 std::string Pixels(double value);

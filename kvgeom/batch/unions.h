@@ -4,7 +4,8 @@
 #include <kvgeom/boxes/box.h>
 #include <kvgeom/export.h>
 
-// The box around many points is BuildBox(count, points) of boxes/box.h.
+// Many boxes united in one call. The box around many points is BuildBox(count, points) of
+// boxes/box.h.
 
 /// The union of the boxes, one after the other by operator|: null boxes take no part, and without
 /// any other the result is the canonical null box.

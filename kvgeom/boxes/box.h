@@ -11,6 +11,7 @@ typedef struct tagGBox2d GBox2d;
 /// takes no part in unions and intersections. The canonical null box is (1e30, 1e30, 1e30) -
 /// (-1e30, -1e30, -1e30). Nothing sorts the corners.
 struct tagGBox {
+    /// The corners with the least and with the greatest coordinates.
     GPosition m_low;
     GPosition m_high;
 

@@ -9,6 +9,7 @@
 /// is null: it takes no part in unions and intersections. The canonical null box is (1e30, 1e30) -
 /// (-1e30, -1e30). Nothing sorts the corners.
 struct tagGBox2d {
+    /// The corners with the least and with the greatest coordinates.
     GPosition2d m_low;
     GPosition2d m_high;
 

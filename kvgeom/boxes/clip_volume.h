@@ -16,8 +16,8 @@
 /// in-place operators, on the record itself. Of a count above six the first six planes are used,
 /// where nothing else is said.
 struct tagGClipVolume {
-    double m_planes[6][4];
-    unsigned char m_count;
+    double m_planes[6][4];  ///< a, b, c, d of each plane
+    unsigned char m_count;  ///< of planes
 
     /// 0 proves that the box misses the volume: it lies outside a plane by more than the distance
     /// tolerance. 1 says that it may meet it; near the volume's edges and corners 1 is also given

@@ -3,6 +3,8 @@
 
 #include <kvgeom/export.h>
 
+// Rounding to decimals.
+
 /// Rounds value to a number of decimals: *rounded = floor(value * 10^digits + 0.5) / 10^digits, so
 /// halves go towards +infinity. Negative digits round to tens, hundreds and so on. Where the
 /// formula would leave the finite numbers for a finite value, *rounded is value itself for positive

@@ -24,6 +24,7 @@ KVGEOM_API const int GetValidLevel();
 /// Sets the validate switch; without effect while the valid level isn't 0.
 KVGEOM_API void SetValidate(int value);
 
+/// Sets the valid level.
 KVGEOM_API void SetValidLevel(int level);
 
 // Numbered flags, all 0 at load time. 29 of the identifiers have a flag of their own: 3, 4, 12, 14,
@@ -32,6 +33,9 @@ KVGEOM_API void SetValidLevel(int level);
 
 /// The flag, 0 or 1.
 KVGEOM_API int CheckValidationFlag(unsigned char id);
+/// Sets the flag to 1.
 KVGEOM_API void SetValidationFlag(unsigned char id);
+/// Sets the flag to 0.
 KVGEOM_API void ResetValidationFlag(unsigned char id);
+/// Sets all flags to 0.
 KVGEOM_API void InitAllValidationFlags();

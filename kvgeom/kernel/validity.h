@@ -89,12 +89,17 @@ KVGEOM_API void Gassert_valid(const GPtFrustum& frustum);
 // The checks of planar records pass no message, unless the library was built with
 // KVGEOM_DIAGNOSTICS: then the messages are those of the twins in space, under the planar names.
 
+/// The check of the coordinates.
 KVGEOM_API void Gassert_valid(const GPosition2d& p);
 KVGEOM_API void Gassert_valid(const GVector2d& v);
 
 /// As for GUnitVector, but against the distance tolerance.
 KVGEOM_API void Gassert_valid(const GUnitVector2d& u);
+
+/// The check of each corner.
 KVGEOM_API void Gassert_valid(const GBox2d& box);
+
+/// The check of each row.
 KVGEOM_API void Gassert_valid(const GMatrix2d& m);
 
 /// The matrix first, then as for GTransf, all tests in any case and without that of the shear flag.

@@ -16,7 +16,7 @@ typedef struct tagGTransf GTransf;
 /// An affine map has 0, 0, 0 and 1 in the last column. Products apply their right operand first,
 /// so that a * (b * p) is (a * b) * p: the opposite of GTransf and GMatrix.
 struct tagG4x4 {
-    double m_matrix[16];
+    double m_matrix[16];  ///< row after row
 
     /// Becomes the matrix of the transformation: its matrix times its scaling, its translation. The
     /// flags are not represented.

@@ -6,6 +6,8 @@
 #include <kvgeom/maps/transf.h>
 #include <kvgeom/maps/transf2d.h>
 
+// Which similarity transformation a homogeneous matrix is.
+
 /// Converts a homogeneous matrix that is a similarity: an affine map of uniform scaling without
 /// shear. Returns 0 and writes t, or returns 2 and leaves t as it was. No message is passed.
 ///

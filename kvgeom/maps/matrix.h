@@ -9,7 +9,7 @@
 /// left, v -> v * M, so row i is the image of coordinate axis i, and the product A * B maps by A
 /// first.
 struct tagGMatrix {
-    double m_elements[3][3];
+    double m_elements[3][3];  ///< row, column
 
     /// A copy of row i, 0 to 2. Any other index passes "GMatrix: index out of range" and gives
     /// row 2.
@@ -28,6 +28,7 @@ struct tagGMatrix {
     /// within 1 +- 2 relative tolerances, dot products within 1 relative tolerance.
     KVGEOM_API int IsEuclidean() const;
 
+    /// The matrix with rows and columns exchanged.
     KVGEOM_API tagGMatrix Transpose() const;
 
     /// this * b: this first, then b. b may be this itself.
@@ -40,6 +41,7 @@ KVGEOM_API GMatrix BuildMatrix(const GUnitVector& a, const GUnitVector& b, const
                                int asColumns);
 KVGEOM_API GMatrix BuildMatrix(const GVector& a, const GVector& b, const GVector& c, int asColumns);
 
+/// The determinant.
 KVGEOM_API double GetDeterminant(const GMatrix& m);
 
 /// The product: a first, then b.

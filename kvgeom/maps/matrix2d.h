@@ -9,7 +9,7 @@
 /// left, v -> v * M, so row i is the image of coordinate axis i, and the product A * B maps by A
 /// first.
 struct tagGMatrix2d {
-    double m_elements[2][2];
+    double m_elements[2][2];  ///< row, column
 
     /// A copy of row i, 0 or 1. Any other index passes "GMatrix2d: index out of range" and gives
     /// row 1.
@@ -28,6 +28,7 @@ struct tagGMatrix2d {
     /// within 1 +- 2 relative tolerances, the dot product within 1 relative tolerance.
     KVGEOM_API int IsEuclidean() const;
 
+    /// The matrix with rows and columns exchanged.
     KVGEOM_API tagGMatrix2d Transpose() const;
 
     /// this * b: this first, then b. b may be this itself.
@@ -39,6 +40,7 @@ typedef tagGMatrix2d GMatrix2d;
 KVGEOM_API GMatrix2d BuildMatrix2d(const GUnitVector2d& a, const GUnitVector2d& b, int asColumns);
 KVGEOM_API GMatrix2d BuildMatrix2d(const GVector2d& a, const GVector2d& b, int asColumns);
 
+/// The determinant.
 KVGEOM_API double GetDeterminant(const GMatrix2d& m);
 
 /// The product: a first, then b.

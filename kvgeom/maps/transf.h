@@ -14,10 +14,10 @@ typedef struct tagGTransf2d GTransf2d;
 /// The one-byte flags, 0 or 1, describe the linear part. They are set by the builders and by the
 /// conversion from a G4x4 and combined by composition; nothing recomputes them from the matrix.
 struct tagGTransf {
-    GMatrix m_matrix;
-    GVector m_translation;
-    double m_scaling;
-    unsigned char m_hasRotation;
+    GMatrix m_matrix;               ///< the linear part without the scaling
+    GVector m_translation;          ///< comes last
+    double m_scaling;               ///< of lengths
+    unsigned char m_hasRotation;    ///< the linear part rotates
     unsigned char m_hasReflection;  ///< the determinant of the linear part is negative
     unsigned char m_hasShear;       ///< the linear part is not orthonormal
 

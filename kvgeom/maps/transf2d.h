@@ -11,10 +11,10 @@
 /// The one-byte flags, 0 or 1, describe the linear part. They are set by the builders and by the
 /// conversions and combined by composition; nothing recomputes them from the matrix.
 struct tagGTransf2d {
-    GMatrix2d m_matrix;
-    GVector2d m_translation;
-    double m_scaling;
-    unsigned char m_hasRotation;
+    GMatrix2d m_matrix;             ///< the linear part without the scaling
+    GVector2d m_translation;        ///< comes last
+    double m_scaling;               ///< of lengths
+    unsigned char m_hasRotation;    ///< the linear part rotates
     unsigned char m_hasReflection;  ///< the determinant of the linear part is negative
     unsigned char m_hasShear;       ///< the linear part is not orthonormal
 

@@ -5,6 +5,8 @@
 #include <kvgeom/maps/transf.h>
 #include <kvgeom/points/unit_vector.h>
 
+// What a transformation is read for, or made good, after the fact.
+
 /// The normal of the plane that a reflecting transformation mirrors in, read back out of its matrix
 /// I - 2 n^T n, and its translation as offset. The first component that the diagonal shows to
 /// exceed the relative tolerance (rounding hides those below about 1e-8) is positive. Returns 0; or

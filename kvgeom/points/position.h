@@ -9,6 +9,7 @@ typedef struct tagGPosition2d GPosition2d;
 /// A point in the caller's length unit. (1e30, 1e30, 1e30) is the null position, which stands for
 /// the absence of a point.
 struct tagGPosition {
+    /// The coordinates.
     double m_x;
     double m_y;
     double m_z;
@@ -37,6 +38,7 @@ struct tagGPosition {
     /// Becomes (x, y, 0) of p.
     KVGEOM_API void Convert3d(const GPosition2d& p);
 
+    /// Moves the point.
     tagGPosition& operator+=(const GVector& v) {
         return *this = {m_x + v.m_x, m_y + v.m_y, m_z + v.m_z};
     }
@@ -46,6 +48,7 @@ struct tagGPosition {
 };
 typedef tagGPosition GPosition;
 
+/// The moved point.
 inline GPosition operator+(const GPosition& p, const GVector& v) {
     return {p.m_x + v.m_x, p.m_y + v.m_y, p.m_z + v.m_z};
 }
@@ -55,6 +58,7 @@ inline GPosition operator+(const GVector& v, const GPosition& p) {
 inline GPosition operator-(const GPosition& p, const GVector& v) {
     return {p.m_x - v.m_x, p.m_y - v.m_y, p.m_z - v.m_z};
 }
+/// The vector from q to p.
 inline GVector operator-(const GPosition& p, const GPosition& q) {
     return {p.m_x - q.m_x, p.m_y - q.m_y, p.m_z - q.m_z};
 }

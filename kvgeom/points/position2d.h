@@ -9,6 +9,7 @@ typedef struct tagG4x4 G4x4;
 /// A point of the plane. (1e30, 1e30) is the null position, which stands for the absence of a
 /// point.
 struct tagGPosition2d {
+    /// The coordinates.
     double m_x;
     double m_y;
 
@@ -23,6 +24,7 @@ struct tagGPosition2d {
     /// 1 when this is the null position.
     KVGEOM_API int IsNull() const;
 
+    /// Moves the point.
     KVGEOM_API tagGPosition2d& operator+=(const GVector2d& v);
     KVGEOM_API tagGPosition2d& operator-=(const GVector2d& v);
 
@@ -35,9 +37,11 @@ struct tagGPosition2d {
 };
 typedef tagGPosition2d GPosition2d;
 
+/// The moved point.
 KVGEOM_API GPosition2d operator+(const GPosition2d& p, const GVector2d& v);
 KVGEOM_API GPosition2d operator+(const GVector2d& v, const GPosition2d& p);
 KVGEOM_API GPosition2d operator-(const GPosition2d& p, const GVector2d& v);
+/// The vector from q to p.
 inline GVector2d operator-(const GPosition2d& p, const GPosition2d& q) {
     return {p.m_x - q.m_x, p.m_y - q.m_y};
 }

@@ -12,6 +12,7 @@ typedef struct tagGUnitVector2d GUnitVector2d;
 /// that a failed build leaves. It converts to a GVector; the other way leads only through
 /// BuildUnitVector.
 struct tagGUnitVector {
+    /// The components along the axes.
     double m_x;
     double m_y;
     double m_z;

@@ -9,6 +9,7 @@ typedef struct tagGPosition2d GPosition2d;
 /// A direction in the plane, of unit length, or (0, 0), the null unit vector that a failed build
 /// leaves. It converts to a GVector2d; the other way leads only through BuildUnitVector2d.
 struct tagGUnitVector2d {
+    /// The components along the axes.
     double m_x;
     double m_y;
 

@@ -11,6 +11,7 @@ typedef struct tagGVector2d GVector2d;
 
 /// A free vector: an offset, a normal before normalising, a row of a matrix.
 struct tagGVector {
+    /// The components along the axes.
     double m_x;
     double m_y;
     double m_z;
@@ -58,10 +59,12 @@ struct tagGVector {
     /// Becomes (x, y, 0) of v.
     KVGEOM_API void Convert3d(const GVector2d& v);
 
+    /// The length.
     double GetLength() const {
         return kvgeom::detail::SquareRoot(m_x * m_x + m_y * m_y + m_z * m_z);
     }
 
+    /// Sum, difference and product, component by component.
     tagGVector& operator+=(const tagGVector& v) {
         return *this = {m_x + v.m_x, m_y + v.m_y, m_z + v.m_z};
     }
@@ -72,6 +75,7 @@ struct tagGVector {
 };
 typedef tagGVector GVector;
 
+/// Sum, difference, opposite and product, component by component.
 inline GVector operator+(const GVector& a, const GVector& b) {
     return {a.m_x + b.m_x, a.m_y + b.m_y, a.m_z + b.m_z};
 }

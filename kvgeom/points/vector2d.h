@@ -8,6 +8,7 @@ typedef struct tagGTransf2d GTransf2d;
 
 /// A free vector of the plane.
 struct tagGVector2d {
+    /// The components along the axes.
     double m_x;
     double m_y;
 
@@ -37,8 +38,10 @@ struct tagGVector2d {
     /// BuildUnitVector2d.
     KVGEOM_API int IsOrthogonal(const tagGVector2d& w) const;
 
+    /// The length.
     KVGEOM_API double GetLength() const;
 
+    /// Sum, difference and product, component by component.
     KVGEOM_API tagGVector2d& operator+=(const tagGVector2d& v);
     KVGEOM_API tagGVector2d& operator-=(const tagGVector2d& v);
     KVGEOM_API tagGVector2d& operator*=(double f);
@@ -54,6 +57,7 @@ struct tagGVector2d {
 };
 typedef tagGVector2d GVector2d;
 
+/// Sum, difference, opposite and product, component by component.
 inline GVector2d operator+(const GVector2d& a, const GVector2d& b) {
     return {a.m_x + b.m_x, a.m_y + b.m_y};
 }

@@ -10,8 +10,8 @@
 /// point, between the bore line's front and back planes. The eye lies outside of the space between
 /// these; nothing checks it when the cone is built.
 struct tagGBoreCone {
-    GBoreLine m_boreLine;
-    GPosition m_eye;
+    GBoreLine m_boreLine;  ///< the circle lies around its point
+    GPosition m_eye;       ///< the tip of the cone
 
     /// Maps bore line and eye. A matrix is converted to a transformation first
     /// (GTransf::operator=(const G4x4&)).

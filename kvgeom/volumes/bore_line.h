@@ -16,11 +16,11 @@
 /// unit length is the caller's business. The null bore line runs without limits along x through the
 /// origin, with the distance tolerance as its radius.
 struct tagGBoreLine {
-    GPosition m_point;
-    GUnitVector m_direction;
-    double m_front;
-    double m_back;
-    double m_radius;
+    GPosition m_point;        ///< at parameter 0
+    GUnitVector m_direction;  ///< in which parameters grow
+    double m_front;           ///< the larger limit
+    double m_back;            ///< the smaller limit
+    double m_radius;          ///< of the cylinder
 
     /// The parameter of the point of the line nearest to q.
     KVGEOM_API double Evaluate(const GPosition& q) const;
@@ -84,6 +84,7 @@ KVGEOM_API GBoreLine BuildBoreLine(const GPosition& p, const GUnitVector& d, dou
 /// The bore line without limits, with the distance tolerance as its radius.
 KVGEOM_API GBoreLine BuildBoreLine(const GPosition& p, const GUnitVector& d);
 
+/// The moved bore line.
 KVGEOM_API GBoreLine operator+(const GBoreLine& b, const GVector& v);
 KVGEOM_API GBoreLine operator-(const GBoreLine& b, const GVector& v);
 

@@ -7,6 +7,8 @@
 #include <kvgeom/maps/transf.h>
 #include <kvgeom/volumes/bore_line.h>
 
+// How matrices, transformations and homogeneous matrices carry bore lines.
+
 /// Point and direction mapped in the row form; limits and radius stay, whatever scaling m holds.
 KVGEOM_API GBoreLine operator*(const GBoreLine& l, const GMatrix& m);
 /// The same in the column form.

@@ -16,11 +16,11 @@ typedef struct tagG4x4 G4x4;
 /// The array of points is the caller's, who sets m_points before calling a builder and frees the
 /// array; copies of the record share it.
 struct tagGPtFence {
-    unsigned long m_count;  ///< of points, the closing one included
-    GPosition* m_points;
-    GUnitVector m_direction;
-    double m_front;
-    double m_back;
+    unsigned long m_count;    ///< of points, the closing one included
+    GPosition* m_points;      ///< the polygon
+    GUnitVector m_direction;  ///< along which the limits are measured
+    double m_front;           ///< the larger limit
+    double m_back;            ///< the smaller limit
 
     /// Writes the m_count + 1 planes that bound the fence, as a point and an inward normal each:
     /// the front plane, a side plane for each edge in order, the back plane. Which side is inwards

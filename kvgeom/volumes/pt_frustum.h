@@ -10,8 +10,8 @@
 /// the back plane. The eye lies outside of the space between these; nothing checks it when the
 /// frustum is built.
 struct tagGPtFrustum {
-    GPtFence m_fence;
-    GPosition m_eye;
+    GPtFence m_fence;  ///< the polygon and the planes
+    GPosition m_eye;   ///< the tip of the rays
 
     /// Maps fence and eye.
     KVGEOM_API tagGPtFrustum& operator*=(const GTransf& t);

@@ -14,10 +14,10 @@
 /// The array of points is the caller's, who sets m_points before calling a builder and frees the
 /// array; copies of the record share it.
 struct tagGRtPrism {
-    GTransf m_transf;
+    GTransf m_transf;       ///< from the prism's own frame to the world
     GPosition* m_points;    ///< in the prism's own frame
     unsigned long m_count;  ///< of points, the closing one included
-    double m_height;
+    double m_height;        ///< along the frame's z
 
     /// Moves the prism: its transformation is followed by t. The points stay. A matrix is converted
     /// to a transformation first (GTransf::operator=(const G4x4&)).
