@@ -456,7 +456,7 @@ TEST(Kvprobe, ExitsAsGrepDoes) {
     EXPECT_EQ(nothing.status, 1);
     EXPECT_EQ(nothing.out.find("leg  object  enters  leaves  length\n0 of 110 objects may be"), 0U);
     EXPECT_EQ(Call("--help").status, 0);
-    EXPECT_EQ(Call("--version").out, "kvprobe 0.1.0\n");
+    EXPECT_EQ(Call("--version").out, "kvprobe 1.0.0\n");
     const std::string to_full_disk = KVPROBE " " HOUSE + kPipe + " >/dev/full 2>/dev/null";
     EXPECT_EQ(WEXITSTATUS(std::system(to_full_disk.c_str())), 2);
 }
