@@ -6,7 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # zlib1g-dev: what libassimp-dev needs and does not name.
 packages_to_build=(g++ cmake ninja-build libassimp-dev zlib1g-dev libcli11-dev nlohmann-json3-dev)
 packages_to_test=("${packages_to_build[@]}" binutils libgtest-dev libpugixml-dev locales pkg-config python3
-  gdb)
+  gdb mandoc fish zsh)
 # Not g++-multilib, which excludes the compiler for Arm: what that adds is where to find the kernel's
 # headers, and the preset knows.
 packages_for_linux32=(g++-12-multilib cmake ninja-build binutils googletest locales pkg-config python3
