@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -217,16 +218,16 @@ void PrintZsh(std::ostream& out, const Usage& usage) {
         out << "    (" << (is_default ? "*" : command.name) << ")\n      options=(\n";
         for (const OptionUsage& option : command.options) {
             for (const std::string& name : option.names) {
-                std::string value;
+                std::ostringstream specification;
+                specification << '*' << name << '[' << ZshText(option.description) << ']';
                 if (option.value == "FILE") {
-                    value = ":file:_files";
+                    specification << ":file:_files";
                 } else if (!Words(option.value).empty()) {
-                    value = ":value:(" + Words(option.value) + ")";
+                    specification << ":value:(" << Words(option.value) << ')';
                 } else if (!option.value.empty()) {
-                    value = ":" + option.value + ": ";
+                    specification << ':' << option.value << ": ";
                 }
-                out << "        "
-                    << Quoted("*" + name + "[" + ZshText(option.description) + "]" + value) << '\n';
+                out << "        " << Quoted(specification.str()) << '\n';
             }
         }
         out << "      )\n      ;;\n";
