@@ -18,17 +18,14 @@ namespace {
 
 constexpr size_t kMostPlanes = 6;
 constexpr size_t kFewestCorners = 3;
+constexpr size_t kWidestName = 7;
 
-constexpr const char* kCommands =
-    "Commands (bore when none is given; kvprobe COMMAND --help tells more):\n"
-    "  bore     a pipe along a route, or without ends: which objects it may touch, and where\n"
-    "  fence    a convex polygon between two depths: which objects it may touch\n"
-    "  window   up to six planes, or a box: which objects lie inside, which cross\n"
-    "  cone     a circle seen from an eye: its range, and the objects that this meets\n"
-    "  frustum  a polygon seen from an eye: likewise\n"
-    "  prism    a polygon extruded: likewise\n"
-    "  plan     the model from above; with a window: which objects lie inside, which cross\n\n"
-    "Exit status: 0 something was found, 1 nothing, 2 an error.";
+constexpr const char* kExitStatus = "0 something was found, 1 nothing, 2 an error.";
+
+// What the values of options are called in help and manual; the completion goes by them, too.
+constexpr const char* kFile = "FILE";
+constexpr const char* kNumber = "NUMBER";
+constexpr const char* kPoint = "X,Y,Z";
 
 // The texts as they stand on the command line. Numbers are read by the parsers of numbers.h, whose
 // complaints name the argument.
@@ -348,43 +345,54 @@ Request ParsePlan(const Texts& texts) {
     return request;
 }
 
-void AddBoreOptions(CLI::App& app, Texts& texts) {
-    app.add_option("--from", texts.from, "Where the route begins: x,y,z in the model's units");
-    app.add_option("--via", texts.via, "A bend of the route; may be given again")
+CLI::Option* AddOption(CLI::App& app, const char* name, std::string& text, const char* value,
+                       const char* description) {
+    return app.add_option(name, text, description)->type_name(value);
+}
+
+// May be given again and again.
+void AddRepeated(CLI::App& app, const char* name, std::vector<std::string>& texts,
+                 const char* value, const char* description) {
+    app.add_option(name, texts, description)
+        ->type_name(value)
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app.add_option("--to", texts.to, "Where the route ends");
-    app.add_option("--through", texts.through, "A point of a line without ends");
-    app.add_option("--along", texts.along, "The direction of that line");
-    app.add_option("-r,--radius", texts.radius, "The radius of the pipe (0)");
+}
+
+void AddBoreOptions(CLI::App& app, Texts& texts) {
+    AddOption(app, "--from", texts.from, kPoint, "Where the route begins, in the model's units");
+    AddRepeated(app, "--via", texts.via, kPoint, "A bend of the route; may be given again");
+    AddOption(app, "--to", texts.to, kPoint, "Where the route ends");
+    AddOption(app, "--through", texts.through, kPoint, "A point of a line without ends");
+    AddOption(app, "--along", texts.along, kPoint, "The direction of that line");
+    AddOption(app, "-r,--radius", texts.radius, kNumber, "The radius of the pipe (0)");
     app.add_flag("--list", texts.list, "List the objects and their boxes");
 }
 
 void AddDepthOptions(CLI::App& app, Texts& texts) {
-    app.add_option("--front", texts.front, "How far it reaches along its direction");
-    app.add_option("--back", texts.back, "Where it begins along its direction");
+    AddOption(app, "--front", texts.front, kNumber, "How far it reaches along its direction");
+    AddOption(app, "--back", texts.back, kNumber, "Where it begins along its direction");
 }
 
 void AddPolygonOptions(CLI::App& app, Texts& texts) {
-    app.add_option("--point", texts.points, "A corner x,y,z of the polygon; given for each")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app.add_option("--points", texts.points_file, "Or a file with a corner a line");
-    app.add_option("--direction", texts.direction, "The direction of the depths (the normal)");
+    AddRepeated(app, "--point", texts.points, kPoint, "A corner of the polygon; given for each");
+    AddOption(app, "--points", texts.points_file, kFile, "Or a file with a corner a line");
+    AddOption(app, "--direction", texts.direction, kPoint,
+              "The direction of the depths (the normal)");
     AddDepthOptions(app, texts);
 }
 
 void AddWindowOptions(CLI::App& app, Texts& texts) {
-    app.add_option("--box", texts.box, "The window as a box: x1,y1,z1,x2,y2,z2");
-    app.add_option("--plane", texts.planes,
-                   "Or a plane a,b,c,d of it, with a x + b y + c z + d >= 0 inside; up to six")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app.add_option("--planes", texts.planes_file, "Or a file with a plane a line");
+    AddOption(app, "--box", texts.box, "X1,Y1,Z1,X2,Y2,Z2",
+              "The window as a box: its low and its high corner");
+    AddRepeated(app, "--plane", texts.planes, "A,B,C,D",
+                "Or a plane of it, with a x + b y + c z + d >= 0 inside; up to six");
+    AddOption(app, "--planes", texts.planes_file, kFile, "Or a file with a plane a line");
 }
 
 void AddEyeOption(CLI::App& app, Texts& texts) {
-    app.add_option("--eye", texts.eye, "The eye point, before the back or behind the front plane");
+    AddOption(app, "--eye", texts.eye, kPoint,
+              "The eye point, before the back or behind the front plane");
 }
 
 void AddFrustumOptions(CLI::App& app, Texts& texts) {
@@ -393,38 +401,45 @@ void AddFrustumOptions(CLI::App& app, Texts& texts) {
 }
 
 void AddConeOptions(CLI::App& app, Texts& texts) {
-    app.add_option("--point", texts.point, "The centre of the circle");
-    app.add_option("--direction", texts.direction, "The direction of the axis");
-    app.add_option("-r,--radius", texts.radius, "The radius of the circle (0)");
+    AddOption(app, "--point", texts.point, kPoint, "The centre of the circle");
+    AddOption(app, "--direction", texts.direction, kPoint, "The direction of the axis");
+    AddOption(app, "-r,--radius", texts.radius, kNumber, "The radius of the circle (0)");
     AddDepthOptions(app, texts);
     AddEyeOption(app, texts);
 }
 
 void AddPlanOptions(CLI::App& app, Texts& texts) {
-    app.add_option("--window", texts.window,
-                   "A window x1,y1,x2,y2 in the plan (x1,z1,x2,z2 if y points up)");
+    AddOption(app, "--window", texts.window, "X1,Y1,X2,Y2",
+              "A window in the plan (x1,z1,x2,z2 if y points up)");
 }
 
 struct Command {
     const char* name;
+    const char* summary;
     const char* description;
     void (*add_options)(CLI::App&, Texts&);
     Request (*parse)(const Texts&);
 };
 
 constexpr std::array<Command, 7> kCommandTable = {{
-    {"bore", "Which objects of a model may this pipe touch?", AddBoreOptions, ParseBore},
-    {"fence", "Which objects may the space between two depths of a convex polygon touch?",
-     AddPolygonOptions, ParseFence},
-    {"window", "Which objects lie inside of some planes, and which cross them?", AddWindowOptions,
+    {"bore", "a pipe along a route, or without ends: which objects it may touch, and where",
+     "Which objects of a model may this pipe touch?", AddBoreOptions, ParseBore},
+    {"fence", "a convex polygon between two depths: which objects it may touch",
+     "Which objects may the space between two depths of a convex polygon touch?", AddPolygonOptions,
+     ParseFence},
+    {"window", "up to six planes, or a box: which objects lie inside, which cross",
+     "Which objects lie inside of some planes, and which cross them?", AddWindowOptions,
      ParseWindow},
-    {"cone", "Which objects' boxes meet the range of a circle seen from an eye?", AddConeOptions,
+    {"cone", "a circle seen from an eye: its range, and the objects that this meets",
+     "Which objects' boxes meet the range of a circle seen from an eye?", AddConeOptions,
      ParseCone},
-    {"frustum", "Which objects' boxes meet the range of a polygon seen from an eye?",
-     AddFrustumOptions, ParseFrustum},
-    {"prism", "Which objects' boxes meet the range of an extruded polygon?", AddPolygonOptions,
-     ParsePrism},
-    {"plan", "What does the model look like from above, and what lies in a window of its plan?",
+    {"frustum", "a polygon seen from an eye: likewise",
+     "Which objects' boxes meet the range of a polygon seen from an eye?", AddFrustumOptions,
+     ParseFrustum},
+    {"prism", "a polygon extruded: likewise",
+     "Which objects' boxes meet the range of an extruded polygon?", AddPolygonOptions, ParsePrism},
+    {"plan", "the model from above; with a window: which objects lie inside, which cross",
+     "What does the model look like from above, and what lies in a window of its plan?",
      AddPlanOptions, ParsePlan},
 }};
 
@@ -435,6 +450,30 @@ const Command* FindCommand(const std::string& name) {
         }
     }
     return nullptr;
+}
+
+std::string Footer() {
+    std::string footer = "Commands (bore when none is given; kvprobe COMMAND --help tells more):\n";
+    for (const Command& command : kCommandTable) {
+        std::string name = command.name;
+        name.resize(kWidestName, ' ');
+        footer += "  " + name + "  " + command.summary + "\n";
+    }
+    return footer + "\nExit status: " + kExitStatus;
+}
+
+// What the program takes for a command.
+void AddAll(CLI::App& app, const Command& command, Arguments& arguments, Texts& texts) {
+    app.set_version_flag("--version", "kvprobe " KVPROBE_VERSION);
+    app.add_option("MODEL", arguments.model, "The model, in any format that Assimp reads")
+        ->type_name(kFile)
+        ->required();
+    command.add_options(app, texts);
+    app.add_flag("--json", arguments.json, "Print JSON instead of a table");
+    AddOption(app, "--svg", arguments.svg, kFile, "Draw the model, the probe and what was found");
+    AddOption(app, "--up", texts.up, "y|z", "Which axis points up in drawing and plan (y)");
+    AddOption(app, "--repeat", texts.repeat, kNumber,
+              "Lay the model out so many times on a level grid, to see how fast it goes (1)");
 }
 
 std::string FirstLine(const std::string& text) {
@@ -450,18 +489,10 @@ std::optional<Arguments> ParseArguments(int argc, char** argv) {
 
     CLI::App app{command.description,
                  named != nullptr ? std::string("kvprobe ") + named->name : "kvprobe"};
-    app.footer(kCommands);
-    app.set_version_flag("--version", "kvprobe " KVPROBE_VERSION);
+    app.footer(Footer());
     Arguments arguments;
     Texts texts;
-    app.add_option("MODEL", arguments.model, "The model, in any format that Assimp reads")
-        ->required();
-    command.add_options(app, texts);
-    app.add_flag("--json", arguments.json, "Print JSON instead of a table");
-    app.add_option("--svg", arguments.svg, "Draw the model, the probe and what was found");
-    app.add_option("--up", texts.up, "Which axis points up in drawing and plan, y or z (y)");
-    app.add_option("--repeat", texts.repeat,
-                   "Lay the model out so many times on a level grid, to see how fast it goes (1)");
+    AddAll(app, command, arguments, texts);
     try {
         app.parse(argc - skipped, argv + skipped);
     } catch (const CLI::Success& success) {
@@ -474,6 +505,35 @@ std::optional<Arguments> ParseArguments(int argc, char** argv) {
     arguments.request = command.parse(texts);
     arguments.copies = ParseCopies(texts, arguments);
     return arguments;
+}
+
+Usage DescribeUsage() {
+    Usage usage = {{}, kExitStatus};
+    for (const Command& command : kCommandTable) {
+        CLI::App app;
+        Arguments arguments;
+        Texts texts;
+        AddAll(app, command, arguments, texts);
+        CommandUsage& described = usage.commands.emplace_back();
+        described.name = command.name;
+        described.summary = command.summary;
+        described.description = command.description;
+        for (const CLI::Option* const option : app.get_options()) {
+            if (option->get_positional()) {
+                continue;
+            }
+            OptionUsage& added = described.options.emplace_back();
+            for (const std::string& name : option->get_snames()) {
+                added.names.push_back("-" + name);
+            }
+            for (const std::string& name : option->get_lnames()) {
+                added.names.push_back("--" + name);
+            }
+            added.value = option->get_items_expected_max() == 0 ? "" : option->get_type_name();
+            added.description = option->get_description();
+        }
+    }
+    return usage;
 }
 
 }  // namespace kvprobe

@@ -84,4 +84,25 @@ struct Arguments {
 /// has no more to do (--help, --version): the text is then printed.
 std::optional<Arguments> ParseArguments(int argc, char** argv);
 
+struct OptionUsage {
+    std::vector<std::string> names;  ///< with their dashes, the short one first
+    std::string value;               ///< FILE, NUMBER, X,Y,Z, or words like y|z; empty for a flag
+    std::string description;
+};
+
+struct CommandUsage {
+    std::string name;
+    std::string summary;
+    std::string description;
+    std::vector<OptionUsage> options;
+};
+
+struct Usage {
+    std::vector<CommandUsage> commands;
+    std::string exit_status;
+};
+
+/// What ParseArguments takes, for the manual page and the shells' completion.
+Usage DescribeUsage();
+
 }  // namespace kvprobe

@@ -5,10 +5,12 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # zlib1g-dev: what libassimp-dev needs and does not name.
 packages_to_build=(g++ cmake ninja-build libassimp-dev zlib1g-dev libcli11-dev nlohmann-json3-dev)
-packages_to_test=("${packages_to_build[@]}" assimp-utils binutils libgtest-dev locales pkg-config python3)
+packages_to_test=("${packages_to_build[@]}" assimp-utils binutils libgtest-dev locales pkg-config python3
+  gdb mandoc fish zsh)
 # Not g++-multilib, which excludes the compiler for Arm: what that adds is where to find the kernel's
 # headers, and the preset knows.
-packages_for_linux32=(g++-12-multilib cmake ninja-build binutils googletest locales pkg-config python3)
+packages_for_linux32=(g++-12-multilib cmake ninja-build binutils googletest locales pkg-config python3
+  gdb)
 packages_for_windows=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix cmake ninja-build binutils
   googletest pkg-config python3 wine wine64)
 packages_to_compare=("${packages_for_linux32[@]}" "${packages_for_windows[@]}" clang g++-aarch64-linux-gnu
