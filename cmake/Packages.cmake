@@ -23,6 +23,11 @@ install(
   COMPONENT documentation
   OPTIONAL)
 
+# Part of another project, it is packed as that one says.
+if(NOT PROJECT_IS_TOP_LEVEL)
+  return()
+endif()
+
 set(CPACK_PACKAGE_NAME kvgeom)
 # Each package has its own.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
