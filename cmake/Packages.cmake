@@ -3,7 +3,7 @@
 
 # Made by scripts/docs; left out where it isn't there.
 set(KVGEOM_HTML
-    ${PROJECT_SOURCE_DIR}/build/docs/html
+    ${PROJECT_SOURCE_DIR}/build/docs
     CACHE PATH "The manual as HTML, to be installed")
 install(
   FILES README.md CHANGELOG.md LICENSE
@@ -21,7 +21,8 @@ install(
   DIRECTORY ${KVGEOM_HTML}/
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/html
   COMPONENT documentation
-  OPTIONAL)
+  OPTIONAL
+  PATTERN *.tag EXCLUDE)
 
 # Part of another project, it is packed as that one says.
 if(NOT PROJECT_IS_TOP_LEVEL)
