@@ -158,7 +158,7 @@ def tables(results):
 
 def all_rows(results):
     for work, (title, *_) in [*COMPARISONS.items(), ("invert_matrices", ("Invert G4x4",))]:
-        for (w, count, contender), ns in results.medians.items():
+        for (w, count, contender), ns in sorted(results.medians.items(), key=lambda item: (item[0][1], item[1])):
             if w == work and (contender.startswith("kvgeom") is False or count in (IN_CACHE, OUT_OF_CACHE)):
                 yield [title, f"{count:,}", contender, f"{ns:.2f}",
                        str(results.disagreements.get((w, count, contender), 0))]
@@ -207,7 +207,7 @@ call without the call, `kvgeom_sorted` the batch call on elements in the order o
 
 def machine(results):
     rows = [[work.removeprefix("machine_").replace("_", " "), f"{ns:.2f}"]
-            for (work, *_), ns in results.medians.items() if work.startswith("machine_")]
+            for (work, *_), ns in sorted(results.medians.items()) if work.startswith("machine_")]
     if not rows:
         return ""
     return f"""
@@ -224,7 +224,7 @@ BAR_COLOURS = {"native": "#2f7ed8", "distributed": "#e08a1e"}
 
 
 def picture(results):
-    """Bars of how many times as fast kvgeom is, on a logarithmic scale would flatter: it is linear."""
+    """Bars of how many times as fast kvgeom is."""
     rows = [(f"{title}, {place}", {build: results.fastest(work, count, build)[0] /
                                    results.of(work, "kvgeom", count) for build in BAR_COLOURS})
             for work, (title, *_) in COMPARISONS.items()
@@ -241,8 +241,10 @@ def picture(results):
         y = top + step * i
         shapes.append(f'<text x="{left - 8}" y="{y + bar + 4}" text-anchor="end">{label}</text>')
         for k, (build, ratio) in enumerate(bars.items()):
+            # Not across the line.
+            end = max(ratio, 1) if 0.8 < ratio else ratio
             shapes.append(f'<rect x="{left}" y="{y + k * bar}" width="{ratio * scale:.1f}" height="{bar - 1}" '
-                          f'fill="{BAR_COLOURS[build]}"/><text x="{left + ratio * scale + 5:.1f}" '
+                          f'fill="{BAR_COLOURS[build]}"/><text x="{left + end * scale + 5:.1f}" '
                           f'y="{y + k * bar + 10}">{ratio:.2f}</text>')
     shapes.append(f'<line x1="{left + scale:.1f}" y1="{top - 8}" x2="{left + scale:.1f}" y2="{height - 12}"/>')
     return "\n".join([
