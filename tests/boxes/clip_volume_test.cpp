@@ -89,35 +89,6 @@ TEST(ClipVolume, WithoutAVertexScalesAboutTheMeanOfItsFeet) {
     EXPECT_DOUBLE_EQ(wider.m_planes[1][3] + wider.m_planes[0][3], 8);
 }
 
-TEST(ClipVolume, ScalingReportsOddFactorsAndCounts) {
-    const char* const count = "GClipVolume: can't multiple by scalar when count<=0 or > 6";
-    const char* const negative = "GClipVolume: should not multiply by scalar < 0.0";
-    const char* const divide = "GClipVolume: scalar < tolerance";
-    const char* const divide_in_place = "GClipVolume: trying to divide by number < GSMALLRELTO1";
-    const double least = DBL_EPSILON;
-    const GClipVolume unit = Of({{-1, -1, -1}, {1, 1, 1}});
-    MessageRecorder recorder;
-    for (const int odd : {0, 7, 255}) {
-        const GClipVolume volume = WithCount(unit, static_cast<unsigned char>(odd));
-        const GClipVolume copy = volume * 2;
-        EXPECT_EQ(std::memcmp(&copy, &volume, sizeof volume.m_planes + 1), 0);
-        EXPECT_EQ(recorder.Take(), Messages{count});
-    }
-    recorder.Expect((unit * -2).m_planes[2][3], {-2}, {negative});
-    // The divisor, the half width that / and /= give, and their messages.
-    const std::tuple<double, double, double, Messages, Messages> rows[] = {
-        {least, 1 / least, 1 / least, {}, {}},
-        {Down(least), kBig, 1 / least, {divide}, {divide_in_place}},
-        {-Down(least), kBig, 1 / least, {divide}, {divide_in_place}},
-        {-4, -0.25, -0.25, {divide, negative}, {divide_in_place, divide, negative}}};
-    for (const auto& [s, divided, divided_in_place, messages, messages_in_place] : rows) {
-        GClipVolume in_place = unit;
-        recorder.Expect((unit / s).m_planes[3][3], {divided}, messages);
-        in_place /= s;
-        recorder.Expect(in_place.m_planes[3][3], {divided_in_place}, messages_in_place);
-    }
-}
-
 TEST(ClipVolume, WithoutAVertexHasANullRange) {
     const Messages no_points = {"GBox: can't build with 0 points"};
     const Messages too_many = {"GBox: can't build with ClipVolume number of planes > 6"};

@@ -210,40 +210,6 @@ TEST(Validity, OfProfilesTestsCountClosurePlanarityAndDepths) {
                         "GRtPrism: NULL pointer", "GRtPrism: invalid height"}));
 }
 
-TEST(Validity, OfSeenVolumesWantsTheEyeOutsideOfThePlanes) {
-    const double dist = 0x1p-20;  // near the default, and exact in the sums below
-    ToleranceGuard guard;
-    long err;
-    SetDistanceTolerance(dist, &err);
-    Square square;
-    const struct {
-        double eye_z;  // the square lies at 3, the planes at 7 and 2
-        bool between;
-    } rows[] = {{9, false},           {7, false},        {7 - dist, false},
-                {7 - 2 * dist, true}, {4, true},         {2, true},
-                {2 - dist / 2, true}, {2 - dist, false}, {-5, false}};
-    for (const auto& row : rows) {
-        const GPtFence fence = {5, square.points.data(), kZ, 4, -1};
-        const GPosition eye = {50, -60, row.eye_z};
-        EXPECT_EQ(Faults(GPtFrustum{fence, eye}),
-                  row.between ? Messages{"GPtFrustum: eye point is between front and back planes"}
-                              : Messages{})
-            << row.eye_z;
-        EXPECT_EQ(Faults(GBoreCone{{{8, 9, 3}, kZ, 4, -1, 2}, eye}),
-                  row.between ? Messages{"GBoreCone: eye point is between front and back planes"}
-                              : Messages{})
-            << row.eye_z;
-    }
-    const GPosition nowhere = {0, kNaN, 4};
-    EXPECT_EQ(Faults(GPtFrustum{{5, nullptr, kZ, 4, -1}, nowhere}),
-              (Messages{"GPtFence: NULL pointer", kBadPosition}));
-    EXPECT_EQ(Faults(GPtFrustum{{0, square.points.data(), kZ, 4, -1}, {0, 0, 4}}),
-              Messages{"GPtFence: Less than 4 points"});
-    EXPECT_EQ(Faults(GBoreCone{{{8, 9, 3}, kZ, 4, -1, 0}, nowhere}),
-              (Messages{"GBoreLine has an invalid front, back, or radius", kBadPosition,
-                        "GBoreCone: eye point is between front and back planes"}));
-}
-
 // Only a library built to find faults speaks.
 TEST(Validity, OfPlanarRecordsIsSilentButInADiagnosticBuild) {
     const double dist = GetDistanceTolerance();

@@ -12,10 +12,6 @@ namespace {
 
 constexpr double kTol = 1e-10;
 
-GMatrix Diagonal(double x, double y, double z) {
-    return {{{x, 0, 0}, {0, y, 0}, {0, 0, z}}};
-}
-
 GMatrix With(GMatrix m, int row, int column, double value) {
     m.m_elements[row][column] = value;
     return m;
@@ -29,17 +25,6 @@ TEST(Matrix, IsBuiltFromColumnsByAnyFlagAndGivesItsLastRowBeyond) {
     recorder.Expect(BuildMatrix2d(planar[0], planar[1], -1), {1, 3, 2, 4});
     recorder.Expect(m[3], {7, 8, 9}, {"GMatrix: index out of range"});
     recorder.Expect(planar[0xFFFFFFFFU], {3, 4}, {"GMatrix2d: index out of range"});
-}
-
-TEST(Matrix, EqualityIsInclusiveInEachElementAndLetsNaNPassInSpaceAlone) {
-    for (int i = 0; i < 3; ++i) {
-        for (int j = 0; j < 3; ++j) {
-            EXPECT_EQ(With({}, i, j, -kTol).IsNull(), 1);
-            EXPECT_EQ(With({}, i, j, Up(kTol)).IsNull(), 0);
-            EXPECT_EQ(With(kIdentity, i, j, kNaN).IsIdentity(), 1);
-        }
-    }
-    EXPECT_EQ((GMatrix2d{{{1, 0}, {0, kNaN}}}.IsIdentity()), 0);
 }
 
 TEST(Matrix, EuclideanAllowsTwiceTheToleranceInSquaredLengths) {
@@ -64,45 +49,6 @@ TEST(Matrix, RotationReportsWhatIsBeyondOne) {
     recorder.Expect(Rotation2d(0, 0.5), {0, 1, -1, 0});
     recorder.Expect(Rotation2d(0, -1.5), {0, -1, 1, 0}, beyond_in_plane);
     recorder.Expect(Rotation2d(0, 0), {0, 0, 0, 0}, Messages(2, kNullUnitVector2d));
-}
-
-TEST(Matrix, OrthogonalisationLeavesWhatIsOrthonormalToAFixedThreshold) {
-    const auto step = [](const auto& in) {
-        auto out = in;
-        long err = 77;
-        MakeOrthogonal(out, out, &err);  // in place
-        EXPECT_EQ(err, 0);
-        return out;
-    };
-    const GMatrix nearly = With(kIdentity, 0, 1, 1e-14);
-    EXPECT_EQ(Bits(step(nearly)), Bits(nearly));
-    EXPECT_NE(step(With(kIdentity, 0, 1, Up(1e-14))).m_elements[0][1], Up(1e-14));
-    // The squared first column deviates by 2, 4.5 times the threshold.
-    const GMatrix2d near = {{{1 + 4e-15, 0}, {0, 1}}};
-    EXPECT_EQ(Bits(step(near)), Bits(near));
-    EXPECT_EQ(step(GMatrix2d{{{1 + 2e-14, 0}, {0, 1}}}).m_elements[0][0], 1);
-    EXPECT_TRUE(std::isnan(step(GMatrix2d{{{1, kNaN}, {0, 1}}}).m_elements[0][0]));
-}
-
-TEST(Matrix, OrthogonalisationToTheEndReportsWhatSixStepsDoNotBringHome) {
-    const std::pair<GMatrix, long> rows[] = {{Diagonal(1.1, 1, 1), 0}, {Diagonal(0.02, -1, 1), 2},
-                                             {Diagonal(10, 1, 1), 2},  {Diagonal(kNaN, 1, 1), 2},
-                                             {Diagonal(0, 0, 0.1), 2}, {Diagonal(1, 1, kInf), 2}};
-    for (const auto& [m, expected] : rows) {
-        GMatrix out = m;
-        long err = 77;
-        MakeOrthogonalIt(out, out, &err);  // in place
-        EXPECT_EQ(err, expected) << m.m_elements[0][0];
-        EXPECT_TRUE(err == 0 ? Distance(out, kIdentity) < 1e-14 : Bits(out) == Bits(m));
-    }
-}
-
-TEST(Matrix, OrthogonalityErrorsAreTheLargestAndSigned) {
-    double length_error = 77;
-    double dot_error = 77;
-    CheckOrthogonal({{{1, 0, 0}, {-0.5, 0, 0}, {-0.25, 0, 0}}}, &length_error, &dot_error);
-    EXPECT_EQ(length_error, 0.9375);
-    EXPECT_EQ(dot_error, 0.125) << "not 0.5, of the negative ones";
 }
 
 constexpr GVector kNowhere = {0, 0, 0};
@@ -177,52 +123,6 @@ TEST(Transf, CompositionCombinesFlags) {
     EXPECT_EQ((RotateTransf2d(0.3) * RotateTransf2d(-0.3)).m_hasRotation, 0);
 }
 
-TEST(RotAngles, AreReadBackWithTheSmallerOfTheTwoSolutions) {
-    const double q = kPi / 2;
-    const std::pair<GTransf, GVector> rows[] = {
-        {RotateTransf(q, kY) * Rz(0.2), {-0.2, q, 0}},
-        {RotateTransf(-q, kY) * Rz(0.2), {0.2, -q, 0}},
-        {RotateTransf(2, kX) * RotateTransf(3, kY) * Rz(1), {2 - kPi, kPi - 3, 1 - kPi}},
-        // A tie goes to the second solution: both sums are 3 pi / 2.
-        {BuildTransf({{{0, 1, 0}, {1, 0, 0}, {0, 0, -1}}}, kNowhere, 1, 1, 0, 0), {0, -kPi, -q}},
-    };
-    for (const auto& [t, expected] : rows) {
-        GVector angles;
-        GPosition origin;
-        EXPECT_EQ(GetRotAngles(t, &angles.m_x, &angles.m_y, &angles.m_z, origin), 0);
-        EXPECT_LT(Distance(angles, expected), 2e-15) << expected.m_x << " " << expected.m_y;
-    }
-}
-
-TEST(Transf2d, RotationAngleIsThatOfAFullTurn) {
-    const std::pair<double, double> rows[] = {
-        {-0.5, 2 * kPi - 0.5}, {kPi, kPi},           {kTol / 2, 0},
-        {-kTol / 2, 0},        {2 * kTol, 2 * kTol}, {-2 * kTol, 2 * kPi - 2 * kTol}};
-    for (const auto& [turn, expected] : rows) {
-        long err = 77;
-        EXPECT_DOUBLE_EQ(GiveRotAngle(RotateTransf2d(turn), &err), expected);
-        EXPECT_EQ(err, 77);
-    }
-}
-
-TEST(TransfBuilders, PlaceCoordinateSystems) {
-    // A tilt that the z component's rounding swallows is dropped; further off, and for -z, x is
-    // chosen.
-    EXPECT_EQ(CoordinateTransf({}, BuildUnitVector(1e-8, 0, 1)).m_matrix[2].m_x, 0);
-    for (const GUnitVector& z : {GUnitVector{0, 0, -1}, BuildUnitVector(1e-6, 0, 1), kY}) {
-        const GMatrix m = CoordinateTransf({}, z).m_matrix;
-        EXPECT_LT(Distance(m[0], GVector(GetPerpVector(z))), 1e-15);
-        EXPECT_LT(Distance(m[2], GVector(z)), 1e-15);
-    }
-    MessageRecorder recorder;
-    recorder.Expect(CoordinateTransf({}, kX, kX).m_matrix, {1, 0, 0, 0, 0, 0, 0, 0, 0},
-                    {kNullUnitVector, kNullUnitVector});
-    // In the plane the frame keeps the handedness of its axes.
-    EXPECT_EQ(FlagsOf(CoordinateTransf2d({}, {0, 1}, {-0.8, 0.6})), (Flags{1, 0, 0}));
-    EXPECT_EQ(FlagsOf(CoordinateTransf2d({}, {1, 0}, {-1, 0})), (Flags{0, 1, 0}));
-    EXPECT_EQ(recorder.Take(), Messages{kNullUnitVector2d});
-}
-
 TEST(TransfBuilders, RefuseAxesThatAreNotUnitOrNotOrthogonal) {
     const GUnitVector longer = {std::sqrt(1 + 2.1 * kTol), 0, 0};
     const GUnitVector hardly = {std::sqrt(1 + 1.9 * kTol), 0, 0};
@@ -247,35 +147,6 @@ TEST(TransfBuilders, RefuseAxesThatAreNotUnitOrNotOrthogonal) {
         OldToNewTransf({}, axes[0], axes[1], {}, axes[2], axes[3], t, &err);
         recorder.Expect(t.m_scaling, {messages.empty() ? 1.0 : 77.0}, messages);
         EXPECT_EQ(err, messages.empty() ? 0 : 2);
-    }
-}
-
-TEST(MirrorPlane, IsReadBackFromTheReflection) {
-    GUnitVector normal = {7, 7, 7};
-    GVector offset = {7, 7, 7};
-    EXPECT_EQ(GetMirrorPlaneNormal(TranslateTransf({1, 2, 3}), normal, offset), 2);
-    EXPECT_EQ(Numbers(normal), (std::vector<double>{7, 7, 7}));
-    EXPECT_EQ(Numbers(offset), (std::vector<double>{1, 2, 3})) << "is given all the same";
-    EXPECT_EQ(GetMirrorPlaneNormal(RotateTransf(-1.0, 0.0, kZ), normal, offset), 0);
-    EXPECT_EQ(Numbers(normal), Numbers(kX)) << "a half turn has one too";
-    // The first component that shows is positive.
-    EXPECT_EQ(GetMirrorPlaneNormal(ReflectTransf({1e-9, -0.6, 0.8}), normal, offset), 0);
-    EXPECT_LT(Distance(normal, {0, 0.6, -0.8}), 1e-8);
-}
-
-TEST(TransfHealer, RestoresWhatHasDriftedAndLeavesTheHopeless) {
-    for (const double drift : {1e-9, 10.0}) {
-        GTransf t = BuildTransf(Rz(0.3).m_matrix, {1, 2, 3}, 4, 1, 0, 1);
-        t.m_matrix.m_elements[1][2] += drift;
-        GTransf healed_t = t;
-        int healed = 77;
-        long err = 77;
-        GTransfHealer(healed_t, healed_t, &healed, &err);  // in place
-        EXPECT_EQ(err, 0);
-        EXPECT_EQ(healed, drift < 1 ? 1 : 0);
-        EXPECT_EQ(Bits(healed_t) == Bits(t), healed == 0);
-        healed_t.m_matrix = t.m_matrix;
-        EXPECT_EQ(Bits(healed_t), Bits(t)) << "only the matrix changes";
     }
 }
 

@@ -163,39 +163,6 @@ TEST(Vector, DivisionByNearZeroGoesToInfinityBySign) {
     recorder.Expect(GVector2d{2, -4} / -least, {-2 / least, 4 / least});
 }
 
-TEST(Vector, AnglesAreZeroForNullVectorsAndSignedInThePlane) {
-    EXPECT_EQ(GiveAngle({0, kW, 0}, {1, 0, 0}), 0);
-    EXPECT_DOUBLE_EQ(GiveAngle(GVector2d{0, 1}, {1, 0}), -kPi / 2);
-    EXPECT_EQ(GiveAngle(GVector2d{0, 1}, {kW, 0}), 0);
-}
-
-TEST(Vector, PerpendicularPrefersTheFirstOfTheSmallestComponents) {
-    const double third = 1 / std::sqrt(3.0);
-    const double sixth = 1 / std::sqrt(6.0);
-    EXPECT_EQ(Numbers(GetPerpVector(kX)), Numbers(kY));
-    EXPECT_EQ(Numbers(GetPerpVector(kY)), Numbers(kX));
-    EXPECT_EQ(Numbers(GetPerpVector(kZ)), Numbers(kX));
-    EXPECT_LT(Distance(GetPerpVector({third, third, third}), {2 * sixth, -sixth, -sixth}), 1e-15);
-}
-
-TEST(Vector, TurnsPerpendicularKeepingItsLength) {
-    const std::tuple<GVector, GVector, GVector> rows[] = {
-        {{0, 0, 2}, {0, 0, 7}, {7, 0, 0}},  // parallel
-        // |a|^2 |b| decides, from the tolerance up and below: below, the direction is chosen anew.
-        {{0, 0, 1}, {0, 1e-6, 0}, {0, 1e-6, 0}},
-        {{0, 0, 1}, {0, Down(1e-6), 0}, {Down(1e-6), 0, 0}},
-        {{0, 0, 0}, {0, 0, 2}, {2, 0, 0}},
-    };
-    for (const auto& [a, b, expected] : rows) {
-        GVector turned = b;
-        ModifyOrthoVector(a, turned);
-        EXPECT_LT(Distance(turned, expected), 1e-14) << b.m_x << " " << b.m_y << " " << b.m_z;
-    }
-    GVector same = {0, 4, 0};
-    ModifyOrthoVector(same, same);  // both arguments the same vector
-    EXPECT_LT(Distance(same, {4, 0, 0}), 1e-15);
-}
-
 TEST(Position, EqualityIsInclusiveAndNullIsFarAway) {
     const GPosition origin = {0, 0, 0};
     EXPECT_EQ(origin.IsEqual({0, 1e-6, 0}), 1);

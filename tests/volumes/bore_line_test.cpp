@@ -47,39 +47,6 @@ TEST(BoreLine, IsInfiniteWhenOneLimitIsAbsentAndHasItsSurfaceInside) {
     }
 }
 
-TEST(BoreLine, EqualityIsStrictInLimitsAndRadius) {
-    const GBoreLine l = {kOrigin, kX, 0, 0, 0};
-    for (const double difference : {kTol, -kTol, Down(kTol)}) {
-        const int expected = std::fabs(difference) < kTol ? 1 : 0;
-        EXPECT_EQ(l.IsEqual({kOrigin, kX, difference, 0, 0}), expected);
-        EXPECT_EQ(l.IsEqual({kOrigin, kX, 0, difference, 0}), expected);
-        EXPECT_EQ(l.IsEqual({kOrigin, kX, 0, 0, difference}), expected);
-    }
-}
-
-TEST(BoreLine, ScalingReportsOddFactorsAndDividesByNoLessThanEpsilon) {
-    const double least = DBL_EPSILON;
-    const GBoreLine l = {kOrigin, kX, 10, -2, 1};
-    const std::tuple<double, double, bool> rows[] = {
-        {least, least, false},       {Down(least), least, true}, {0, least, true},
-        {-Down(least), least, true}, {-least, -least, true},     {-2, -2, true}};
-    MessageRecorder recorder;
-    for (const auto& [s, divisor, reported] : rows) {
-        const std::vector<double> multiplied = {0, 0, 0, 1, 0, 0, 10 * s, -2 * s, s};
-        const double q = 1 / divisor;
-        const std::vector<double> divided = {0, 0, 0, 1, 0, 0, 10 / divisor, -2 / divisor, q};
-        const auto message = [reports = reported](const char* text) {
-            return reports ? Messages{text} : Messages{};
-        };
-        GBoreLine in_place = l;
-        recorder.Expect(in_place *= s, multiplied, message("GBoreLine: multiplying by 0.0"));
-        recorder.Expect(l * s, multiplied,
-                        message("GBoreLine: trying to multiply by value <= 0.0"));
-        recorder.Expect((in_place = l) /= s, divided, message("GBoreLine: scalar < tol"));
-        recorder.Expect(l / s, divided, message("GBoreLine: trying to divide by value <= 0.0"));
-    }
-}
-
 TEST(BoreLine, IsClippedToThePositiveSideOfAPlane) {
     const double h = kTol / 2;
     const GBoreLine l = {kOrigin, kZ, 5, -5, 100};
