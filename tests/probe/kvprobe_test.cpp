@@ -1,21 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/records.h"
+#include "tests/support/scratch_folder.h"
 
 #include <assimp/scene.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 #include <assimp/Importer.hpp>
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 
-#include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <set>
-#include <sstream>
-#include <string>
 
 namespace kvgeom::test {
 namespace {
@@ -23,35 +18,6 @@ namespace {
 using Json = nlohmann::json;
 
 const std::string kPipe = " --from -2,1.2,-7.5 --to 14,1.2,-7.5 -r 0.05";
-
-// A folder of this test's own.
-class Scratch {
-  public:
-    Scratch() : m_folder(std::filesystem::temp_directory_path() / Name()) {
-        std::filesystem::create_directories(m_folder);
-    }
-    ~Scratch() { std::filesystem::remove_all(m_folder); }
-
-    std::string Path(const std::string& name) const { return (m_folder / name).string(); }
-    std::string Write(const std::string& name, const std::string& content) const {
-        std::ofstream(Path(name)) << content;
-        return Path(name);
-    }
-
-  private:
-    static std::string Name() {
-        static int count = 0;
-        return "kvprobe_test_" + std::to_string(getpid()) + "_" + std::to_string(++count);
-    }
-
-    std::filesystem::path m_folder;
-};
-
-std::string ReadFile(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-}
 
 struct Outcome {
     int status;
@@ -61,12 +27,22 @@ struct Outcome {
 
 // Runs kvprobe with the arguments, which the shell reads.
 Outcome Call(const std::string& arguments) {
-    const Scratch scratch;
+    const ScratchFolder scratch;
     const std::string command = std::string(KVPROBE) + " " + arguments + " >" +
                                 scratch.Path("out") + " 2>" + scratch.Path("err") + " </dev/null";
     const int status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(scratch.Path("out")),
             ReadFile(scratch.Path("err"))};
+}
+
+// What is drawn for the arguments.
+pugi::xml_document Drawn(const std::string& arguments) {
+    const ScratchFolder scratch;
+    const std::string svg = scratch.Path("drawing.svg");
+    EXPECT_EQ(Call(arguments + " --svg " + svg).status, 0) << arguments;
+    pugi::xml_document document;
+    EXPECT_TRUE(document.load_file(svg.c_str())) << arguments;
+    return document;
 }
 
 Json CallJson(const std::string& arguments) {
@@ -75,74 +51,38 @@ Json CallJson(const std::string& arguments) {
     return Json::parse(outcome.out);
 }
 
-std::set<std::string> Names(const Json& hits) {
+// Of all hits, or of those of one relation.
+std::set<std::string> Names(const Json& hits, const std::string& relation = "") {
     std::set<std::string> names;
     for (const Json& hit : hits) {
-        names.insert(hit["object"]);
+        if (relation.empty() || hit["relation"] == relation) {
+            names.insert(hit["object"]);
+        }
     }
     return names;
 }
 
-// The model read again, by plain arithmetic that owes nothing to the library.
+// The model read again, with arithmetic that owes nothing to the library.
+using Matrix = aiMatrix4x4t<double>;
+using Point = aiVector3t<double>;
+
 struct Solid {
     std::string path;
-    double low[3] = {1e300, 1e300, 1e300};
-    double high[3] = {-1e300, -1e300, -1e300};
-    double inverse[3][4];  // from the model into the object, for columns
+    Matrix to_object;
+    Point low = Point(1e300);
+    Point high = Point(-1e300);
 
     bool Holds(const GPosition& p) const {
-        for (int i = 0; i < 3; ++i) {
-            const double x = inverse[i][0] * p.m_x + inverse[i][1] * p.m_y + inverse[i][2] * p.m_z +
-                             inverse[i][3];
-            if (x < low[i] || x > high[i]) {
-                return false;
-            }
-        }
-        return true;
+        const Point x = to_object * Point(p.m_x, p.m_y, p.m_z);
+        return low.x <= x.x && low.y <= x.y && low.z <= x.z && x.x <= high.x && x.y <= high.y &&
+               x.z <= high.z;
     }
 };
 
-using Affine = std::array<std::array<double, 4>, 3>;
-
-Affine Compose(const Affine& outer, const aiMatrix4x4& inner) {
-    Affine result;
-    for (unsigned i = 0; i < 3; ++i) {
-        for (unsigned j = 0; j < 4; ++j) {
-            result[i][j] = j == 3 ? outer[i][3] : 0;
-            for (unsigned k = 0; k < 3; ++k) {
-                result[i][j] += outer[i][k] * static_cast<double>(inner[k][j]);
-            }
-        }
-    }
-    return result;
-}
-
-// Cramer's rule.
-void Invert(const Affine& m, double (&inverse)[3][4]) {
-    const auto cofactor = [&m](unsigned i, unsigned j) {
-        const unsigned a = (i + 1) % 3;
-        const unsigned b = (i + 2) % 3;
-        const unsigned c = (j + 1) % 3;
-        const unsigned d = (j + 2) % 3;
-        return m[a][c] * m[b][d] - m[a][d] * m[b][c];
-    };
-    const double det =
-        m[0][0] * cofactor(0, 0) + m[0][1] * cofactor(0, 1) + m[0][2] * cofactor(0, 2);
-    for (unsigned i = 0; i < 3; ++i) {
-        inverse[i][3] = 0;
-        for (unsigned j = 0; j < 3; ++j) {
-            inverse[i][j] = cofactor(j, i) / det;
-            inverse[i][3] -= inverse[i][j] * m[j][3];
-        }
-    }
-}
-
-void Collect(const aiScene& scene, const aiNode& node, const Affine& outer,
+void Collect(const aiScene& scene, const aiNode& node, const Matrix& outer,
              const std::string& above, std::vector<Solid>& solids) {
-    const Affine here = Compose(outer, node.mTransformation);
-    const std::string path = above + "/" + node.mName.C_Str();
-    Solid solid;
-    solid.path = path;
+    const Matrix here = outer * Matrix(node.mTransformation);
+    Solid solid = {above + "/" + node.mName.C_Str(), Matrix(here).Inverse()};
     for (unsigned i = 0; i < node.mNumMeshes; ++i) {
         const aiMesh& mesh = *scene.mMeshes[node.mMeshes[i]];
         for (unsigned k = 0; k < mesh.mNumVertices; ++k) {
@@ -154,47 +94,52 @@ void Collect(const aiScene& scene, const aiNode& node, const Affine& outer,
         }
     }
     if (node.mNumMeshes > 0) {
-        Invert(here, solid.inverse);
         solids.push_back(solid);
     }
     for (unsigned i = 0; i < node.mNumChildren; ++i) {
-        Collect(scene, *node.mChildren[i], here, path, solids);
+        Collect(scene, *node.mChildren[i], here, solid.path, solids);
     }
 }
 
-std::vector<Solid> ReadSolids(const std::string& model) {
-    Assimp::Importer importer;
-    const aiScene* const scene = importer.ReadFile(model, 0);
-    std::vector<Solid> solids;
-    if (scene != nullptr) {
-        Collect(*scene, *scene->mRootNode, {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}}}, "",
-                solids);
-    }
-    return solids;
+const std::vector<Solid>& House() {
+    static const std::vector<Solid> house = [] {
+        Assimp::Importer importer;
+        const aiScene* const scene = importer.ReadFile(HOUSE, 0);
+        std::vector<Solid> solids;
+        if (scene != nullptr) {
+            Collect(*scene, *scene->mRootNode, Matrix(), "", solids);
+        }
+        return solids;
+    }();
+    return house;
 }
 
-// The objects that share one of many sampled points of a tube.
-std::set<std::string> Touched(const std::vector<Solid>& solids, const GBoreLine& tube,
-                              Random& random) {
-    std::set<std::string> touched;
+// The objects that hold one of many points that are drawn.
+template <class Draw>
+std::set<std::string> Holders(Draw draw) {
+    std::set<std::string> paths;
     for (int i = 0; i < 20000; ++i) {
-        const GPosition p = Sample(random, tube, 1 - 1e-6);
-        for (const Solid& solid : solids) {
+        const GPosition p = draw();
+        for (const Solid& solid : House()) {
             if (solid.Holds(p)) {
-                touched.insert(solid.path);
+                paths.insert(solid.path);
             }
         }
     }
-    return touched;
+    return paths;
+}
+
+bool Includes(const std::set<std::string>& all, const std::set<std::string>& some) {
+    return std::includes(all.begin(), all.end(), some.begin(), some.end());
 }
 
 // The names that kvprobe gave, as the paths that they abbreviate.
-std::set<std::string> Paths(const std::vector<Solid>& solids, const std::set<std::string>& names) {
+std::set<std::string> Paths(const std::set<std::string>& names) {
     std::set<std::string> paths;
     for (const std::string& name : names) {
         const std::string end = "/" + name;
         int found = 0;
-        for (const Solid& solid : solids) {
+        for (const Solid& solid : House()) {
             if (solid.path.ends_with(end)) {
                 paths.insert(solid.path);
                 ++found;
@@ -213,34 +158,32 @@ std::string Triple(const GPosition& p) {
 }
 
 TEST(Kvprobe, FindsTheObjectsThatSampledPointsOfThePipeMeet) {
-    const std::vector<Solid> solids = ReadSolids(HOUSE);
-    ASSERT_GT(solids.size(), 100U);
+    ASSERT_GT(House().size(), 100U);
     Random random(71);
-    const GBoreLine pipe = BuildBoreLine({-2, 1.2, -7.5}, kX, 16, 0, 0.05);
+    const auto touched = [&random](const GBoreLine& tube) {
+        return Holders([&] { return Sample(random, tube, 1 - 1e-6); });
+    };
     const Json found = CallJson(HOUSE + kPipe);
-    EXPECT_EQ(found["objects"], solids.size());
-    const std::set<std::string> paths = Paths(solids, Names(found["hits"]));
-    EXPECT_EQ(paths, Touched(solids, pipe, random));
+    EXPECT_EQ(found["objects"], House().size());
+    EXPECT_EQ(Paths(Names(found["hits"])),
+              touched(BuildBoreLine({-2, 1.2, -7.5}, kX, 16, 0, 0.05)));
     EXPECT_EQ(found["found"], 6);
-    EXPECT_EQ(CallJson("bore " HOUSE + kPipe)["hits"], found["hits"])
-        << "the same by its full name";
+    EXPECT_EQ(CallJson("bore " HOUSE + kPipe)["hits"], found["hits"]) << "by its full name";
 
     // In any direction nothing may be missed; near edges of boxes more may be found.
+    const GBox space = {{-2, 0, -11}, {14, 5, 1}};
     size_t found_in_all = 0;
     size_t touched_in_all = 0;
     for (int i = 0; i < 12; ++i) {
-        const GPosition from = {random.Uniform(-2, 14), random.Uniform(0, 5),
-                                random.Uniform(-11, 1)};
-        const GPosition to = {random.Uniform(-2, 14), random.Uniform(0, 5), random.Uniform(-11, 1)};
-        const Json hits = CallJson(std::string(HOUSE) + " -r 0.2 --from=" + Triple(from) +
-                                   " --to=" + Triple(to))["hits"];
-        const std::set<std::string> maybe = Paths(solids, Names(hits));
-        const std::set<std::string> touched = Touched(
-            solids, BuildBoreLine(from, BuildUnitVector(from, to), GDistance(from, to), 0, 0.2),
-            random);
-        EXPECT_TRUE(std::includes(maybe.begin(), maybe.end(), touched.begin(), touched.end()));
+        const GPosition from = Sample(random, space);
+        const GPosition to = Sample(random, space);
+        const std::set<std::string> maybe = Paths(Names(
+            CallJson(HOUSE " -r 0.2 --from=" + Triple(from) + " --to=" + Triple(to))["hits"]));
+        const std::set<std::string> holders =
+            touched(BuildBoreLine(from, BuildUnitVector(from, to), GDistance(from, to), 0, 0.2));
+        EXPECT_TRUE(Includes(maybe, holders));
         found_in_all += maybe.size();
-        touched_in_all += touched.size();
+        touched_in_all += holders.size();
     }
     EXPECT_LT(found_in_all, touched_in_all * 3 / 2) << "a program that finds all would pass";
 }
@@ -262,45 +205,35 @@ TEST(Kvprobe, PrintsATableOfTheSame) {
     const Outcome outcome = Call(HOUSE + kPipe);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
-    std::istringstream lines(outcome.out);
-    std::string line;
-    std::getline(lines, line);
-    EXPECT_EQ(line,
-              "leg  object                                                       enters  "
-              "leaves  length");
-    std::getline(lines, line);
-    EXPECT_EQ(line,
-              "  1  IfcWallStandardCase_Wand-Ext-ERDG-1_3rPX_Juz59peXXY6wDJl18    1.950   "
-              "2.350   0.400");
-    for (int i = 0; i < 6; ++i) {
-        std::getline(lines, line);
-    }
-    EXPECT_EQ(line.find("6 of 110 objects may be touched on 1 leg (probed in "), 0U) << line;
-    EXPECT_FALSE(std::getline(lines, line));
+    const std::string head =
+        "leg  object                                                       enters  leaves  length\n"
+        "  1  IfcWallStandardCase_Wand-Ext-ERDG-1_3rPX_Juz59peXXY6wDJl18    1.950   2.350   "
+        "0.400\n";
+    EXPECT_EQ(outcome.out.substr(0, head.size()), head);
+    EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), 8);
+    EXPECT_NE(outcome.out.find("\n6 of 110 objects may be touched on 1 leg (probed in "),
+              std::string::npos);
 }
 
 TEST(Kvprobe, FollowsARouteAndCutsItsSpansAtTheEndsOfTheLegs) {
-    const Json found = CallJson(std::string(HOUSE) +
-                                " --from 1,1.2,-7.5 --via 5,1.2,-7.5 --via 5,1.2,-5.87 --to "
-                                "5,9,-5.87 -r 0.1");
+    const Json found = CallJson(HOUSE
+                                " --from 1,1.2,-7.5 --via 5,1.2,-7.5 --via 5,1.2,-5.87"
+                                " --to 5,9,-5.87 -r 0.1");
     EXPECT_EQ(found["legs"].size(), 3U);
-    std::set<int> legs;
-    int last = 0;
+    std::vector<int> legs;
     for (const Json& hit : found["hits"]) {
-        const int leg = hit["leg"];
-        EXPECT_GE(leg, last);
-        last = leg;
-        legs.insert(leg);
+        const int leg = legs.emplace_back(hit["leg"]);
         EXPECT_GE(hit["enters"], 0);
         EXPECT_LE(hit["leaves"], found["legs"][static_cast<size_t>(leg - 1)]["length"]);
     }
-    EXPECT_EQ(legs, (std::set<int>{1, 2, 3}));
+    EXPECT_TRUE(std::is_sorted(legs.begin(), legs.end()));
+    EXPECT_EQ(std::set<int>(legs.begin(), legs.end()), (std::set<int>{1, 2, 3}));
     // The middle leg ends within the wall that the last one climbs along.
     EXPECT_EQ(found["hits"][1]["leaves"], found["legs"][1]["length"]);
 }
 
 TEST(Kvprobe, ProbesWithALineWithoutEnds) {
-    const std::string line = std::string(HOUSE) + " --through 3,1.2,-7.5 --along -2,0,0 -r 0.05";
+    const std::string line = HOUSE " --through 3,1.2,-7.5 --along -2,0,0 -r 0.05";
     const Json hits = CallJson(line)["hits"];
     EXPECT_EQ(Names(hits), Names(CallJson(HOUSE + kPipe)["hits"]));
     double leaves = 0;
@@ -309,7 +242,7 @@ TEST(Kvprobe, ProbesWithALineWithoutEnds) {
     }
     EXPECT_NEAR(leaves, 3.05, 1e-5);
     EXPECT_NEAR(hits.front()["enters"], 3 - 12.05, 1e-5);
-    EXPECT_EQ(CallJson(std::string(HOUSE) + " --through 3,50,-7 --along 1e-200,0,0")["found"], 0);
+    EXPECT_EQ(CallJson(HOUSE " --through 3,50,-7 --along 1e-200,0,0")["found"], 0);
 }
 
 // A COLLADA model of unit cubes, each a node of its own with the given name and matrix (for
@@ -333,7 +266,7 @@ std::string Cubes(const std::vector<std::pair<std::string, std::string>>& nodes)
 }
 
 TEST(Kvprobe, CarriesThePipeThroughAnyPlacement) {
-    const Scratch scratch;
+    const ScratchFolder scratch;
     const std::string model =
         scratch.Write("cubes.dae", Cubes({{"similar", "0 -2 0 10  2 0 0 0  0 0 2 0  0 0 0 1"},
                                           {"mirrored", "-1 0 0 20  0 1 0 0  0 0 1 0  0 0 0 1"},
@@ -372,7 +305,7 @@ TEST(Kvprobe, CarriesThePipeThroughAnyPlacement) {
 }
 
 TEST(Kvprobe, TellsObjectsApartAndPrintsNoRawNames) {
-    const Scratch scratch;
+    const ScratchFolder scratch;
     const std::string at_origin = "1 0 0 0  0 1 0 0  0 0 1 0  0 0 0 1";
     const std::string model =
         scratch.Write("names.dae", Cubes({{"twin", at_origin},
@@ -394,19 +327,11 @@ TEST(Kvprobe, TellsObjectsApartAndPrintsNoRawNames) {
             std::count_if(line.begin(), line.end(), [](char c) { return (c & 0xC0) != 0x80; })));
     }
     EXPECT_EQ(widths.size(), 1U) << list.out;
-
-    const std::string svg = scratch.Path("names.svg");
-    EXPECT_EQ(Call(model + " --through 0.5,0.5,0.5 --along 0,1,0 --svg " + svg).status, 0);
-    pugi::xml_document document;
-    EXPECT_TRUE(document.load_file(svg.c_str()));
+    Drawn(model + " --through 0.5,0.5,0.5 --along 0,1,0");
 }
 
 TEST(Kvprobe, DrawsWhatItFound) {
-    const Scratch scratch;
-    const std::string svg = scratch.Path("house.svg");
-    EXPECT_EQ(Call(HOUSE + kPipe + " --svg " + svg).status, 0);
-    pugi::xml_document document;
-    ASSERT_TRUE(document.load_file(svg.c_str()));
+    const pugi::xml_document document = Drawn(HOUSE + kPipe);
     const pugi::xml_node root = document.child("svg");
     const double width = root.attribute("width").as_double();
     const double height = root.attribute("height").as_double();
@@ -431,28 +356,24 @@ TEST(Kvprobe, DrawsWhatItFound) {
         EXPECT_GE(count, 2);
     }
     EXPECT_EQ(Call(HOUSE + kPipe + " --svg /nowhere/x.svg").status, 2);
-    EXPECT_EQ(Call(std::string(HOUSE) + " --list --up z --svg " + svg).status, 0);
-    EXPECT_TRUE(document.load_file(svg.c_str()));
+    Drawn(HOUSE " --list --up z");
 }
 
 TEST(Kvprobe, ListsTheObjectsAndTheirBoxes) {
-    const Json objects = CallJson(std::string(HOUSE) + " --list")["objects"];
+    const Json objects = CallJson(HOUSE " --list")["objects"];
     ASSERT_EQ(objects.size(), 110U);
-    bool found = false;
-    for (const Json& object : objects) {
-        if (object["object"] == "IfcSlab_Bodenplatte_1pPHnf7cXCpPsNEnQf8_6B") {
-            found = true;
-            EXPECT_NEAR(object["box"]["low"][1], -0.2, 1e-5);
-            EXPECT_NEAR(object["box"]["high"][0], 12, 1e-5);
-            EXPECT_NEAR(object["box"]["low"][2], -10, 1e-5);
-        }
-    }
-    EXPECT_TRUE(found);
+    const auto floor = std::find_if(objects.begin(), objects.end(), [](const Json& object) {
+        return object["object"] == "IfcSlab_Bodenplatte_1pPHnf7cXCpPsNEnQf8_6B";
+    });
+    ASSERT_NE(floor, objects.end());
+    EXPECT_NEAR((*floor)["box"]["low"][1], -0.2, 1e-5);
+    EXPECT_NEAR((*floor)["box"]["high"][0], 12, 1e-5);
+    EXPECT_NEAR((*floor)["box"]["low"][2], -10, 1e-5);
 }
 
 TEST(Kvprobe, ExitsAsGrepDoes) {
     EXPECT_EQ(Call(HOUSE + kPipe).status, 0);
-    const Outcome nothing = Call(std::string(HOUSE) + " --from -2,50,0 --to 14,50,0");
+    const Outcome nothing = Call(HOUSE " --from -2,50,0 --to 14,50,0");
     EXPECT_EQ(nothing.status, 1);
     EXPECT_EQ(nothing.out.find("leg  object  enters  leaves  length\n0 of 110 objects may be"), 0U);
     EXPECT_EQ(Call("--help").status, 0);
@@ -461,16 +382,26 @@ TEST(Kvprobe, ExitsAsGrepDoes) {
     EXPECT_EQ(WEXITSTATUS(std::system(to_full_disk.c_str())), 2);
 }
 
+// Arguments, and what the one line of complaint holds.
+using Refusals = std::vector<std::pair<std::string, const char*>>;
+void ExpectRefusals(const Refusals& rows) {
+    for (const auto& [arguments, complaint] : rows) {
+        const Outcome outcome = Call(arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_EQ(outcome.out, "") << arguments;
+        EXPECT_EQ(outcome.err.find("kvprobe: "), 0U) << outcome.err;
+        EXPECT_NE(outcome.err.find(complaint), std::string::npos) << outcome.err;
+        EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
+    }
+}
+
 TEST(Kvprobe, RefusesInOneLineThatNamesTheArgument) {
-    const Scratch scratch;
+    const ScratchFolder scratch;
     const std::string garbage = scratch.Write("garbage.ifc", "ISO-10303-21;\nHEADER;\n\x01\xff");
     const std::string empty = scratch.Write("empty.obj", "");
     const std::string pointless = scratch.Write("pointless.dae", Cubes({}));
     const std::string house = HOUSE;
-    const struct {
-        std::string arguments;
-        const char* complaint;
-    } rows[] = {
+    const Refusals rows = {
         {"", "MODEL"},
         {"/nowhere/model.ifc" + kPipe, "/nowhere/model.ifc: no such file"},
         {"/tmp" + kPipe, "/tmp: not a file"},
@@ -503,167 +434,103 @@ TEST(Kvprobe, RefusesInOneLineThatNamesTheArgument) {
         {house + kPipe + " --up w", "--up: 'w'"},
         {house + kPipe + " --frobnicate", "--frobnicate"},
     };
-    for (const auto& row : rows) {
-        const Outcome outcome = Call(row.arguments);
-        EXPECT_EQ(outcome.status, 2) << row.arguments;
-        EXPECT_EQ(outcome.out, "") << row.arguments;
-        EXPECT_EQ(outcome.err.find("kvprobe: "), 0U) << outcome.err;
-        EXPECT_NE(outcome.err.find(row.complaint), std::string::npos) << outcome.err;
-        EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
-    }
-}
-
-// The objects that hold one of the points.
-std::set<std::string> Holders(const std::vector<Solid>& solids,
-                              const std::vector<GPosition>& points) {
-    std::set<std::string> paths;
-    for (const Solid& solid : solids) {
-        if (std::any_of(points.begin(), points.end(),
-                        [&solid](const GPosition& p) { return solid.Holds(p); })) {
-            paths.insert(solid.path);
-        }
-    }
-    return paths;
-}
-
-bool Includes(const std::set<std::string>& all, const std::set<std::string>& some) {
-    return std::includes(all.begin(), all.end(), some.begin(), some.end());
-}
-
-std::set<std::string> NamesOf(const Json& hits, const std::string& relation) {
-    std::set<std::string> names;
-    for (const Json& hit : hits) {
-        if (hit["relation"] == relation) {
-            names.insert(hit["object"]);
-        }
-    }
-    return names;
+    ExpectRefusals(rows);
 }
 
 const std::string kPolygon =
-    " --point 4.2,0,-9.5 --point 7.2,0,-9.5 --point 8.2,0,-6.5 --point 4.2,0,-4.8 --direction "
-    "0,3,0 "
-    "--front 2.2 --back 0.3";
+    " --point 4.2,0,-9.5 --point 7.2,0,-9.5 --point 8.2,0,-6.5 --point 4.2,0,-4.8"
+    " --direction 0,3,0 --front 2.2 --back 0.3";
+const std::string kCone =
+    " --point 3,1.5,-5 --direction 2,0,0 --front 6 --back 0 -r 1 --eye -2,1.5,-5";
 
-// Points of that polygon between its depths.
-std::vector<GPosition> PointsOfPolygon(Random& random) {
+// A point of that polygon between its depths.
+GPosition PointOfPolygon(Random& random) {
     const double corners[][2] = {{4.2, -9.5}, {7.2, -9.5}, {8.2, -6.5}, {4.2, -4.8}};
-    std::vector<GPosition> points;
-    for (int i = 0; i < 20000; ++i) {
-        double weights[4];
-        double sum = 0;
-        for (double& weight : weights) {
-            weight = random.Uniform(0, 1);
-            weight *= weight * weight;  // to the edges and corners too
-            sum += weight;
-        }
-        GPosition p = {0, random.Uniform(0.3, 2.2), 0};
-        for (int k = 0; k < 4; ++k) {
-            p.m_x += weights[k] / sum * corners[k][0];
-            p.m_z += weights[k] / sum * corners[k][1];
-        }
-        points.push_back(p);
+    double sum = 0;
+    GVector p = {0, 0, 0};
+    for (const auto& [x, z] : corners) {
+        const double weight = std::pow(random.Uniform(0, 1), 3);  // to the edges and corners too
+        p += GVector{x, 0, z} * weight;
+        sum += weight;
     }
-    return points;
+    return {p.m_x / sum, random.Uniform(0.3, 2.2), p.m_z / sum};
 }
 
 TEST(Kvprobe, FindsWhatAFenceShares) {
-    const std::vector<Solid> solids = ReadSolids(HOUSE);
     Random random(72);
-    const std::set<std::string> holders = Holders(solids, PointsOfPolygon(random));
-    const Json found = CallJson(std::string("fence ") + HOUSE + kPolygon);
-    EXPECT_EQ(Paths(solids, NamesOf(found["hits"], "may be touched")), holders);
+    const Json found = CallJson("fence " HOUSE + kPolygon);
+    EXPECT_EQ(Paths(Names(found["hits"], "may be touched")),
+              Holders([&random] { return PointOfPolygon(random); }));
     EXPECT_EQ(found["found"], 9);
 
     // From a file: the other way round, with a point on a straight edge first, and closed.
-    const Scratch scratch;
+    const ScratchFolder scratch;
     const std::string file = scratch.Write("polygon.txt",
                                            "# a comment\n5.2 0 -9.5\n4.2,0,-9.5 # a "
                                            "corner\n\n4.2\t0,-4.8\r\n8.2 0 -6.5\n7.2 0 -9.5\n5.2 0 "
                                            "-9.5\n");
-    const Json from_file = CallJson(std::string("fence ") + HOUSE + " --points " + file +
-                                    " --direction 0,1,0 --front 2.2 --back 0.3");
+    const Json from_file =
+        CallJson("fence " HOUSE " --points " + file + " --direction 0,1,0 --front 2.2 --back 0.3");
     EXPECT_EQ(Names(from_file["hits"]), Names(found["hits"]));
 }
 
 TEST(Kvprobe, TellsInsideFromCrossingAWindow) {
-    const std::vector<Solid> solids = ReadSolids(HOUSE);
     Random random(73);
     const GBox window = {{0, 0, -10}, {6, 2.6, -4}};
-    std::vector<GPosition> inside;
-    std::vector<GPosition> outside;
-    for (int i = 0; i < 50000; ++i) {
-        inside.push_back(Sample(random, window));
-        const GPosition p = {random.Uniform(-4, 16), random.Uniform(-2, 7), random.Uniform(-14, 4)};
-        const GBox grown = {{-1e-5, -1e-5, -10.00001}, {6.00001, 2.60001, -3.99999}};
-        if (!(grown >> p)) {
-            outside.push_back(p);
-        }
-    }
-    const Json found = CallJson(std::string("window ") + HOUSE + " --box 0,0,-10,6,2.6,-4");
-    const Json& hits = found["hits"];
-    const std::set<std::string> within = Paths(solids, NamesOf(hits, "inside"));
-    EXPECT_TRUE(Includes(Paths(solids, Names(hits)), Holders(solids, inside)));
+    const GBox grown = {{-1e-5, -1e-5, -10.00001}, {6.00001, 2.60001, -3.99999}};
+    const Json hits = CallJson("window " HOUSE " --box 0,0,-10,6,2.6,-4")["hits"];
+    EXPECT_TRUE(Includes(Paths(Names(hits)), Holders([&] { return Sample(random, window); })));
+    const std::set<std::string> within = Paths(Names(hits, "inside"));
     EXPECT_EQ(within.size(), 10U);
-    for (const std::string& holder : Holders(solids, outside)) {
+    const std::set<std::string> outside = Holders([&] {
+        const GPosition p = Sample(random, {{-4, -2, -14}, {16, 7, 4}});
+        return grown >> p ? GPosition{kBig, 0, 0} : p;
+    });
+    for (const std::string& holder : outside) {
         EXPECT_EQ(within.count(holder), 0U) << holder;
     }
-    EXPECT_EQ(NamesOf(hits, "crosses").size(), 9U);
+    EXPECT_EQ(Names(hits, "crosses").size(), 9U);
 
-    const Json by_planes = CallJson(std::string("window ") + HOUSE +
+    const Json by_planes = CallJson("window " HOUSE
                                     " --plane 2,0,0,0 --plane 0,1,0,0 --plane 0,0,1,10 "
                                     "--plane -1,0,0,6 --plane 0,-1,0,2.6 --plane 0,0,-1,-4");
     EXPECT_EQ(by_planes["hits"], hits);
-    EXPECT_EQ(CallJson(std::string("window ") + HOUSE + " --plane 1,0,0,100")["found"], 110);
+    EXPECT_EQ(CallJson("window " HOUSE " --plane 1,0,0,100")["found"], 110);
 }
 
 TEST(Kvprobe, FindsWhatTheRangesOfOtherVolumesMeet) {
-    const std::vector<Solid> solids = ReadSolids(HOUSE);
     Random random(74);
     const struct {
         std::string probe;
         GBox range;
     } rows[] = {
-        {"cone --point 3,1.5,-5 --direction 2,0,0 --front 6 --back 0 -r 1 --eye -2,1.5,-5",
-         {{3, -0.7, -7.2}, {9, 3.7, -2.8}}},
-        {"frustum" + kPolygon + " --eye 5,-3,-7",
+        {"cone " HOUSE + kCone, {{3, -0.7, -7.2}, {9, 3.7, -2.8}}},
+        {"frustum " HOUSE + kPolygon + " --eye 5,-3,-7",
          {{3.613333, 0.3, -11.333333}, {10.546667, 2.2, -3.186667}}},
-        {"prism" + kPolygon, {{4.2, 0.3, -9.5}, {8.2, 2.2, -4.8}}},
+        {"prism " HOUSE + kPolygon, {{4.2, 0.3, -9.5}, {8.2, 2.2, -4.8}}},
     };
     for (const auto& row : rows) {
-        const size_t space = row.probe.find(' ');
-        const Json found =
-            CallJson(row.probe.substr(0, space) + " " + HOUSE + row.probe.substr(space));
+        const Json found = CallJson(row.probe);
         const auto corner = [&found](const char* name) {
             const Json& numbers = found["range"][name];
             return GPosition{numbers[0], numbers[1], numbers[2]};
         };
         EXPECT_LT(Distance(GBox{corner("low"), corner("high")}, row.range), 1e-5) << row.probe;
-        std::vector<GPosition> points;
-        for (int i = 0; i < 20000; ++i) {
-            points.push_back(Sample(random, row.range));
-        }
-        const std::set<std::string> paths =
-            Paths(solids, NamesOf(found["hits"], "meets the range"));
-        const std::set<std::string> holders = Holders(solids, points);
+        const std::set<std::string> paths = Paths(Names(found["hits"], "meets the range"));
+        const std::set<std::string> holders = Holders([&] { return Sample(random, row.range); });
         EXPECT_TRUE(Includes(paths, holders)) << row.probe;
         EXPECT_LE(paths.size(), holders.size() * 5 / 4) << row.probe;
     }
 }
 
 TEST(Kvprobe, DrawsEveryKindOfProbe) {
-    const Scratch scratch;
-    const std::string svg = scratch.Path("probe.svg");
-    for (const std::string& probe :
-         {"fence " HOUSE + kPolygon, "frustum " HOUSE + kPolygon + " --eye 5,-3,-7",
-          "prism " HOUSE + kPolygon, std::string("window " HOUSE " --box 0,0,-10,6,2.6,-4"),
-          std::string("cone " HOUSE " --point 3,1.5,-5 --direction 1,0,0 --front 6 --back 0 -r 1 "
-                      "--eye -2,1.5,-5")}) {
-        EXPECT_EQ(Call(probe + " --svg " + svg).status, 0) << probe;
-        pugi::xml_document document;
-        ASSERT_TRUE(document.load_file(svg.c_str()));
+    const std::string probes[] = {"fence " HOUSE + kPolygon,
+                                  "frustum " HOUSE + kPolygon + " --eye 5,-3,-7",
+                                  "prism " HOUSE + kPolygon,
+                                  "window " HOUSE " --box 0,0,-10,6,2.6,-4", "cone " HOUSE + kCone};
+    for (const std::string& probe : probes) {
         // The edges of the probe.
-        EXPECT_GE(document.select_nodes("/svg/g[@stroke='#b3263a']/path").size(), 6U) << probe;
+        EXPECT_GE(Drawn(probe).select_nodes("/svg/g[@stroke='#b3263a']/path").size(), 6U) << probe;
     }
 }
 
@@ -699,8 +566,8 @@ TEST(Kvprobe, LaysTheModelFlatAndTellsWhatAWindowHolds) {
         }
         EXPECT_GT(inside.size(), 5U);
         EXPECT_GT(crossing.size(), 5U);
-        EXPECT_EQ(NamesOf(hits, "inside"), inside);
-        EXPECT_EQ(NamesOf(hits, "crosses"), crossing);
+        EXPECT_EQ(Names(hits, "inside"), inside);
+        EXPECT_EQ(Names(hits, "crosses"), crossing);
     }
     const Outcome far = Call("plan " HOUSE " --window 100,100,101,101");
     EXPECT_EQ(far.status, 1);
@@ -709,14 +576,6 @@ TEST(Kvprobe, LaysTheModelFlatAndTellsWhatAWindowHolds) {
 }
 
 TEST(Kvprobe, DrawsThePlanToScale) {
-    const Scratch scratch;
-    const std::string svg = scratch.Path("plan.svg");
-    const auto draw = [&svg](const std::string& arguments) {
-        EXPECT_EQ(Call("plan " HOUSE + arguments + " --svg " + svg).status, 0);
-        pugi::xml_document document;
-        EXPECT_TRUE(document.load_file(svg.c_str()));
-        return document;
-    };
     const auto titled = [](const pugi::xml_document& document, const std::string& title) {
         return document.select_node(("//rect[starts-with(title, '" + title + "')]").c_str()).node();
     };
@@ -726,7 +585,7 @@ TEST(Kvprobe, DrawsThePlanToScale) {
     const std::string site = "IfcSite";          // 18 units by 16
     const std::string roof = "IfcSlab_Dach-1_";  // at the lower z, the higher y
     const std::string floor = "IfcSlab_Bodenplatte";
-    const pugi::xml_document plan = draw(" --window 3.9,-9.8,7.6,-5.6");
+    const pugi::xml_document plan = Drawn("plan " HOUSE " --window 3.9,-9.8,7.6,-5.6");
     EXPECT_EQ(plan.select_nodes("/svg/g/rect").size(), 110U);
     const double scale = number(titled(plan, site), "width") / 18;
     EXPECT_NEAR(number(titled(plan, site), "height"), 16 * scale, 0.02);
@@ -747,21 +606,18 @@ TEST(Kvprobe, DrawsThePlanToScale) {
         EXPECT_LE(number(r, "y") + number(r, "height"), number(plan.child("svg"), "height"));
     }
     // With z upwards, y points up the page.
-    const pugi::xml_document upright = draw(" --up z");
+    const pugi::xml_document upright = Drawn("plan " HOUSE " --up z");
     EXPECT_LT(number(titled(upright, roof), "y"), number(titled(upright, floor), "y"));
 }
 
 TEST(Kvprobe, RefusesMalformedVolumesAndNumberFiles) {
-    const Scratch scratch;
+    const ScratchFolder scratch;
     const std::string depths = " --front 2 --back 1";
     const auto points = [&](const char* name, const std::string& content) {
         return "fence " HOUSE " --points " + scratch.Write(name, content) + depths;
     };
     const std::string square = "0 0 0\n1 0 0\n1 0 1\n0 0 1\n";
-    const struct {
-        std::string arguments;
-        const char* complaint;
-    } rows[] = {
+    const Refusals rows = {
         {points("word.txt", square + "1 two 3\n"), "word.txt:5: 'two' is not a number"},
         {points("few.txt", "0 0 0\n\n1 0\n"), "few.txt:3: '1 0' has 2 numbers, not 3"},
         {points("huge.txt", "1e31 0 0\n"), "huge.txt:1: '1e31' is not a number below 1e30"},
@@ -796,17 +652,11 @@ TEST(Kvprobe, RefusesMalformedVolumesAndNumberFiles) {
         {"cone " HOUSE " --point 1,2,3 --direction 0,0,0 --front 2 --back 1 --eye 0,0,0",
          "--direction: the direction has no length"},
     };
-    for (const auto& row : rows) {
-        const Outcome outcome = Call(row.arguments);
-        EXPECT_EQ(outcome.status, 2) << row.arguments;
-        EXPECT_EQ(outcome.out, "") << row.arguments;
-        EXPECT_NE(outcome.err.find(row.complaint), std::string::npos) << outcome.err;
-        EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
-    }
+    ExpectRefusals(rows);
 }
 
 TEST(Kvprobe, ShowsItsProgressOnATerminalOnly) {
-    const Scratch scratch;
+    const ScratchFolder scratch;
     const std::string command = "script -qec '" + std::string(KVPROBE) + " " + HOUSE + kPipe +
                                 "' " + scratch.Path("typescript") + " >/dev/null";
     ASSERT_EQ(std::system(command.c_str()), 0);
