@@ -74,10 +74,15 @@ TEST(Tolerances, AreReadAtEachCall) {
     const ToleranceGuard guard;
     const GPosition p = {0, 0, 0};
     const GPosition q = {5e-4, 0, 0};
+    const GBoreLine null = BuildBoreLine(p, kX);
     EXPECT_EQ(p.IsEqual(q), 0);
+    EXPECT_EQ(Numbers(null), (std::vector<double>{0, 0, 0, 1, 0, 0, kBig, -kBig, 1e-6}));
+    EXPECT_EQ(null.IsNull(), 1);
     long err;
     SetDistanceTolerance(1e-3, &err);
     EXPECT_EQ(p.IsEqual(q), 1);
+    SetDistanceTolerance(1e-7, &err);
+    EXPECT_EQ(null.IsNull(), 0);
 }
 
 TEST(AssertionHook, IsReturnedWhenReplacedAndSilentWhenNull) {

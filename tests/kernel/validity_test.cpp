@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: MIT
+
+// Of records with arrays, and of those of the plane; the table of the operations' cases has the
+// others.
+
 #include "tests/support/messages.h"
 #include "tests/support/records.h"
 #include "tests/support/tolerance_guard.h"
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 namespace kvgeom::test {
 namespace {
 
 const char* const kBadPosition = "GPosition has an invalid coordinate";
-const char* const kBadVector = "GVector has an invalid coordinate";
 const char* const kBadUnitVector = "GUnitVector has an invalid coordinate";
 
 /// The messages that the check of a record passes.
@@ -20,116 +21,6 @@ Messages Faults(const Record& record) {
     MessageRecorder recorder;
     Gassert_valid(record);
     return recorder.Take();
-}
-
-/// The same, which the overload with a flag must pass too; and the flag.
-template <class Record>
-Messages Faults(const Record& record, int expected_flag) {
-    int flag = 77;
-    MessageRecorder recorder;
-    Gassert_valid(record, &flag);
-    EXPECT_EQ(flag, expected_flag);
-    const Messages messages = recorder.Take();
-    EXPECT_EQ(messages, Faults(record));
-    return messages;
-}
-
-TEST(Validity, OfCoordinatesStopsAtTheFirstFault) {
-    for (const double bad : {kNaN, kInf, -kInf, Down(0x1p-665), -4.9e-324}) {
-        for (unsigned i = 0; i < 3; ++i) {
-            GVector v = {1, 0, -0x1p-665};
-            EXPECT_EQ(Faults(v, 1), Messages{});
-            v[i] = bad;
-            EXPECT_EQ(Faults(v, 0), Messages{kBadVector});
-            GPosition p = {v.m_x, v.m_y, v.m_z};
-            EXPECT_EQ(Faults(p), Messages{kBadPosition});
-            GUnitVector u = kZ;
-            u[i] = bad;
-            EXPECT_EQ(Faults(u), Messages{kBadUnitVector});
-            GMatrix m = kIdentity;
-            EXPECT_EQ(Faults(m, 1), Messages{});
-            m.m_elements[i][1] = bad;
-            EXPECT_EQ(Faults(m, 0), Messages{kBadVector});
-        }
-    }
-    EXPECT_EQ(Faults(GPosition{kNaN, kNaN, kNaN}), Messages{kBadPosition});
-    EXPECT_EQ(Faults(GMatrix{{{kNaN, 0, 0}, {0, 1, 0}, {0, kInf, kInf}}}, 0),
-              Messages(2, kBadVector));
-    EXPECT_EQ(Faults(GBox{{9, 9, 9}, {1, 1, 1}}), Messages{});
-    EXPECT_EQ(Faults(GBox{{kNaN, 9, 9}, {1, 1, kInf}}), Messages(2, kBadPosition));
-    GClipVolume volume = {};
-    volume.m_planes[0][0] = kNaN;
-    volume.m_count = 251;
-    EXPECT_EQ(Faults(volume), Messages{});
-}
-
-TEST(Validity, OfAUnitVectorTellsNullFromOtherLengths) {
-    const char* const null = "GUnitVector: using a NULL unit vector";
-    const char* const not_unit = "GUnitVector: vector is not a unit vector";
-    const std::pair<GUnitVector, Messages> rows[] = {
-        {{0.6, 0, -0.8}, {}},    {{0, 0, 1 + 1e-15}, {}},     {{0, 0, 1 + 1e-13}, {not_unit}},
-        {{0, 0, 0}, {null}},     {{0, 1e-15, 0}, {null}},     {{0, 2e-14, 0}, {not_unit}},
-        {{2, 0, 0}, {not_unit}}, {{1e200, 0, 0}, {not_unit}}, {{0x1p-665, 0, 0}, {null}},
-    };
-    for (const auto& [u, expected] : rows) {
-        EXPECT_EQ(Faults(u), expected) << u.m_x << u.m_y << u.m_z;
-    }
-}
-
-TEST(Validity, OfATransformationRunsAllTestsButAfterABadTranslation) {
-    const double dist = GetDistanceTolerance();
-    const char* const scale = "GTransf has an invalid scale";
-    const char* const skew = "GTransf is not Euclidean";
-    const char* const shear = "GTransf has Shear";
-    const char* const reflection = "GTransf: m_hasReflection is set, but determinant > 0";
-    const GMatrix stretched = {{{2, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
-    const GMatrix mirror = {{{-1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
-    const std::tuple<GTransf, Messages, int> rows[] = {
-        {BuildTransf(kIdentity, {1, 2, 3}, dist, 0, 0, 0), {}, 1},
-        {BuildTransf(mirror, {1, 2, 3}, 5, 0, 1, 0), {}, 1},
-        {BuildTransf(kIdentity, {1, 2, 3}, 1, 0, 1, 0), {reflection}, 1},
-        {BuildTransf(kIdentity, {1, 2, 3}, Down(dist), 0, 0, 0), {scale}, 0},
-        {BuildTransf(kIdentity, {1, 2, 3}, -1, 0, 0, 0), {scale}, 0},
-        {BuildTransf(kIdentity, {1, 2, 3}, kNaN, 0, 0, 0), {scale}, 0},
-        {BuildTransf(stretched, {1, 2, 3}, 1, 0, 0, 0), {skew}, 0},
-        {BuildTransf(kIdentity, {1, 2, 3}, 1, 0, 0, 2), {shear}, 0},
-        {BuildTransf(stretched, {1, 2, 3}, 0, 0, 1, 1), {scale, skew, shear, reflection}, 0},
-        {BuildTransf(stretched, {1, kNaN, 3}, 0, 0, 1, 1), {kBadVector}, 0},
-    };
-    for (const auto& [t, expected, flag] : rows) {
-        EXPECT_EQ(Faults(t, flag), expected);
-    }
-}
-
-TEST(Validity, OfAHomogeneousMatrixGoesByItsLastColumn) {
-    const double rel = GetRelativeTolerance();
-    const auto with = [](std::initializer_list<std::pair<int, double>> changes) {
-        G4x4 a = {{kNaN, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, kInf, 5, 6, 1}};
-        for (const auto& [index, value] : changes) {
-            a.m_matrix[index] = value;
-        }
-        return a;
-    };
-    EXPECT_EQ(Faults(with({{3, rel}, {7, -rel}, {11, rel}, {15, 1 + 1e-11}})), Messages{});
-    EXPECT_EQ(Faults(with({{3, Up(rel)}})), Messages{"G4x4: m_matrix[3] is not 0"});
-    EXPECT_EQ(Faults(with({{7, -1}})), Messages{"G4x4: m_matrix[7] is not 0"});
-    EXPECT_EQ(Faults(with({{11, 1}, {15, 0}})),
-              (Messages{"G4x4: m_matrix[11] is not 0", "G4x4: m_matrix[15] is not 1"}));
-}
-
-TEST(Validity, OfABoreLineWantsOrderedLimitsAndARadius) {
-    const char* const limits = "GBoreLine has an invalid front, back, or radius";
-    const std::pair<GBoreLine, Messages> rows[] = {
-        {{{1, 2, 3}, kX, 5, 5, 1e-6}, {}},
-        {{{1, 2, 3}, kX, kBig, -kBig, 1}, {}},
-        {{{1, 2, 3}, kX, 5, Up(5), 1}, {limits}},
-        {{{1, 2, 3}, kX, 5, 4, 0}, {limits}},
-        {{{1, 2, 3}, kX, 5, 4, kNaN}, {limits}},
-        {{{1, 2, kInf}, {0, 0, kNaN}, 5, 4, -1}, {kBadPosition, kBadUnitVector, limits}},
-    };
-    for (const auto& [l, expected] : rows) {
-        EXPECT_EQ(Faults(l), expected);
-    }
 }
 
 // A fence, a frustum or a prism over a closed square at z = 3; the planes of the fence are at 7

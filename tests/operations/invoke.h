@@ -36,6 +36,7 @@ template <class Element>
 class Argument<Element*> {
   public:
     void Draw(Source& source) {
+        m_values.resize(source.IsGiven() ? source.CountGiven<Value>() : m_values.size());
         for (Value& value : m_values) {
             value = source.Draw<Value>();
         }
@@ -138,6 +139,14 @@ class PointsArgument {
     }
     // Mostly closed.
     void DrawPoints(Source& source, GPosition*& points, unsigned long& count) {
+        points = m_points.data();
+        if (source.IsGiven()) {
+            count = source.Draw<unsigned long>();
+            m_points.resize(count);
+            std::generate(m_points.begin(), m_points.end(),
+                          [&source] { return source.Draw<GPosition>(); });
+            return;
+        }
         for (GPosition& p : m_points) {
             p = source.Draw<GPosition>();
         }
@@ -147,7 +156,7 @@ class PointsArgument {
         }
         const bool has_none = std::is_const_v<std::remove_reference_t<Reference>> &&
                               source.GetRandom().Next() % 16 == 0;
-        points = has_none ? nullptr : m_points.data();
+        points = has_none ? nullptr : points;
     }
 
     Record m_record;
@@ -199,7 +208,8 @@ inline void AddMessage(const char* message) {
 template <class... Parameters, class Function>
 void Invoke(Source& source, Result& result, Function function) {
     std::tuple<Argument<Parameters>...> arguments;
-    std::apply([&source](auto&... each) { (each.Draw(source), ...); }, arguments);
+    std::apply([&source](auto&... each) { ((source.BeginArgument(), each.Draw(source)), ...); },
+               arguments);
     MessageResult() = &result;
     std::apply(
         [&](auto&... each) {

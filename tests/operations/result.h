@@ -14,9 +14,11 @@ namespace kvgeom::test {
 /// both signs two.
 class Result {
   public:
-    /// Also keeps the numbers, for whoever compares them otherwise.
-    void KeepNumbers(bool keep) { m_keeps = keep; }
+    /// Keeps the doubles, for whoever compares them otherwise, or everything.
+    enum class Keeps { kHash, kDoubles, kAll };
+    void Keep(Keeps what) { m_keeps = what; }
     const std::vector<double>& Kept() const { return m_kept; }
+    const std::vector<std::string>& Texts() const { return m_texts; }
     std::uint64_t Hash() const { return m_hash; }
 
     void Add(std::uint64_t word) {
@@ -24,6 +26,7 @@ class Result {
         m_hash ^= m_hash >> 32U;
     }
     void Add(const std::string& text) {
+        m_texts.insert(m_texts.end(), m_keeps == Keeps::kAll ? 1 : 0, text);
         for (const char c : text) {
             Add(static_cast<std::uint64_t>(static_cast<unsigned char>(c)));
         }
@@ -31,6 +34,7 @@ class Result {
     template <class Value>
     void Add(const Value& value) {
         if constexpr (std::is_integral_v<Value>) {
+            m_kept.insert(m_kept.end(), m_keeps == Keeps::kAll ? 1 : 0, static_cast<double>(value));
             Add(static_cast<std::uint64_t>(static_cast<std::int64_t>(value)));
         } else if constexpr (std::is_same_v<Value, GClipVolume>) {
             AddNumbers(std::vector<double>(&value.m_planes[0][0], &value.m_planes[0][0] + 24));
@@ -53,7 +57,7 @@ class Result {
 
   private:
     void AddNumbers(const std::vector<double>& numbers) {
-        if (m_keeps) {
+        if (m_keeps != Keeps::kHash) {
             m_kept.insert(m_kept.end(), numbers.begin(), numbers.end());
             return;
         }
@@ -63,8 +67,9 @@ class Result {
     }
 
     std::uint64_t m_hash = 0;
-    bool m_keeps = false;
+    Keeps m_keeps = Keeps::kHash;
     std::vector<double> m_kept;
+    std::vector<std::string> m_texts;
 };
 
 }  // namespace kvgeom::test
