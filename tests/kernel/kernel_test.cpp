@@ -97,27 +97,6 @@ TEST(AssertionHook, IsReturnedWhenReplacedAndSilentWhenNull) {
     EXPECT_EQ(SetAssertHook(nullptr), hook);
 }
 
-TEST(KVRoundValue, RoundsHalvesUpAndStaysFinite) {
-    const struct {
-        double value;
-        int digits;
-        double expected;
-    } rows[] = {
-        {3.14159, 2, 3.14},  {2.5, 0, 3},         {-2.5, 0, -2},      {1234.5, -2, 1200},
-        {-1250, -2, -1200},  {0.15, 1, 0.2},      {1e300, 20, 1e300}, {-1e300, INT_MAX, -1e300},
-        {0.0, INT_MAX, 0.0}, {5.0, INT_MIN, 0.0}, {5.0, -400, 0.0},   {DBL_MAX, 9, DBL_MAX},
-        {kInf, 2, kInf},     {-kInf, 0, -kInf},
-    };
-    for (const auto& row : rows) {
-        double rounded = 77;
-        KVRoundValue(row.value, row.digits, &rounded, 0, nullptr);
-        EXPECT_EQ(rounded, row.expected) << row.value << ", " << row.digits;
-    }
-    double rounded = 77;
-    KVRoundValue(kNaN, 3, &rounded, 0, nullptr);
-    EXPECT_TRUE(std::isnan(rounded));
-}
-
 TEST(KVRoundValue, PrintsWholeNumbersOrNothing) {
     const struct {
         double value;

@@ -120,10 +120,14 @@ class Argument<std::FILE*> {
 template <class Reference>
 class PointsArgument {
     using Record = std::remove_cvref_t<Reference>;
+    static constexpr bool kIsConst = std::is_const_v<std::remove_reference_t<Reference>>;
 
   public:
     Record& Get() { return m_record; }
     void AddTo(Result& result) const {
+        if (kIsConst && result.KeepsAll()) {
+            return;
+        }
         result.Add(m_record);
         for (const GPosition& p : m_points) {
             result.Add(p);
@@ -154,8 +158,7 @@ class PointsArgument {
         if (count > 0 && source.GetRandom().Next() % 8 != 0) {
             m_points[count - 1] = m_points[0];
         }
-        const bool has_none = std::is_const_v<std::remove_reference_t<Reference>> &&
-                              source.GetRandom().Next() % 16 == 0;
+        const bool has_none = kIsConst && source.GetRandom().Next() % 16 == 0;
         points = has_none ? nullptr : points;
     }
 

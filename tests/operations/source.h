@@ -23,12 +23,12 @@ class Source {
     bool IsGiven() const { return m_given != nullptr; }
     /// Goes on to the next argument.
     void BeginArgument() { m_is_begun = false; }
-    /// How many elements the next list holds.
+    /// How many elements the next list holds; one that holds none is done with.
     template <class Value>
-    size_t CountGiven() const {
-        return m_argument < m_given->size() ? (*m_given)[m_argument].size() * sizeof(double) /
-                                                  std::max(sizeof(Value), sizeof(double))
-                                            : 0;
+    size_t CountGiven() {
+        const size_t numbers = m_argument < m_given->size() ? (*m_given)[m_argument].size() : 0;
+        m_argument += numbers == 0 ? 1 : 0;
+        return numbers / std::max<size_t>(1, sizeof(Value) / sizeof(double));
     }
 
     template <class Value>
