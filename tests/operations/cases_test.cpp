@@ -108,7 +108,7 @@ class Cases {
     int m_count = 0;
 };
 
-TEST(Operations, GiveWhatTheTableOfCasesSays) {
+TEST(Cases, ComeOutAsTheTableSays) {
     SetAssertHook(AddMessage);
     Cases cases;
     std::ifstream table(CASES);
