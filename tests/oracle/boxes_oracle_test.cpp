@@ -36,8 +36,8 @@ double Holds(const Extent<n>& box, const Vec<n>& p) {
     return margin;
 }
 
-template <class S>
-void CheckBoxes() {
+TYPED_TEST(Dimension, Boxes) {
+    using S = TypeParam;
     constexpr std::size_t n = S::n;
     Random random(40);
     for (int k = 0; k < kCases; ++k) {
@@ -117,13 +117,6 @@ void CheckBoxes() {
         Agree("box IsNull", 1, -Below(Exact(c)[0][axis] - tolerance, Exact(c)[1][axis]),
               c.IsNull());
     }
-}
-
-TEST(Space, Boxes) {
-    CheckBoxes<Spatial>();
-}
-TEST(Plane, Boxes) {
-    CheckBoxes<Planar>();
 }
 
 // What the plane leaves of the box: on each axis, a side stays or is where the plane meets the edge

@@ -8,8 +8,8 @@
 namespace kvgeom::test {
 namespace {
 
-template <class S>
-void CheckAlgebra() {
+TYPED_TEST(Dimension, Algebra) {
+    using S = TypeParam;
     constexpr std::size_t n = S::n;
     Random random(1);
     for (int k = 0; k < kCases; ++k) {
@@ -41,8 +41,8 @@ void CheckAlgebra() {
     }
 }
 
-template <class S>
-void CheckDirections() {
+TYPED_TEST(Dimension, Directions) {
+    using S = TypeParam;
     constexpr std::size_t n = S::n;
     Random random(2);
     for (int k = 0; k < kCases; ++k) {
@@ -117,8 +117,8 @@ double AreEqual(const Vec<n>& a, const Vec<n>& b) {
 constexpr double kUnitTolerance = 50 * 0x1p-52;
 
 // Pairs beside the thresholds: to and fro, along each other and across.
-template <class S>
-void CheckPredicates() {
+TYPED_TEST(Dimension, Predicates) {
+    using S = TypeParam;
     constexpr std::size_t n = S::n;
     constexpr double kUnitCross = CrossBound(UnitBound(n), UnitBound(n));
     constexpr double kColinear = n == 3 ? LengthBound(n, kUnitCross) : kUnitCross;
@@ -204,8 +204,8 @@ TEST(Space, Rounding) {
     }
 }
 
-template <class S>
-void CheckMapping() {
+TYPED_TEST(Dimension, Mapping) {
+    using S = TypeParam;
     constexpr std::size_t n = S::n;
     constexpr double kUnit = UnitBound(n, DotBound(n));
     Random random(7);
@@ -275,31 +275,6 @@ TEST(Plane, MappingByHomogeneousMatrix) {
         Near("point by G4x4, columns", kPoint, image(Transpose(Exact(m))), p * m);
         Near("point by G4x4", kPoint, image(Exact(m)), m * p, Mapped(p, m));
     }
-}
-
-TEST(Space, Algebra) {
-    CheckAlgebra<Spatial>();
-}
-TEST(Plane, Algebra) {
-    CheckAlgebra<Planar>();
-}
-TEST(Space, Directions) {
-    CheckDirections<Spatial>();
-}
-TEST(Plane, Directions) {
-    CheckDirections<Planar>();
-}
-TEST(Space, Predicates) {
-    CheckPredicates<Spatial>();
-}
-TEST(Plane, Predicates) {
-    CheckPredicates<Planar>();
-}
-TEST(Space, Mapping) {
-    CheckMapping<Spatial>();
-}
-TEST(Plane, Mapping) {
-    CheckMapping<Planar>();
 }
 
 }  // namespace
