@@ -119,6 +119,8 @@ TEST(KVRoundValue, PrintsWholeNumbersOrNothing) {
     }
     std::string longest(400, '#');
     double rounded;
+    KVRoundValue(2.5, 0, &rounded, 400, nullptr);
+    EXPECT_EQ(rounded, 3);
     KVRoundValue(-DBL_MAX, 9, &rounded, 400, longest.data());
     EXPECT_EQ(std::strlen(longest.c_str()), 1U + 309U + 1U + 9U);
 }
