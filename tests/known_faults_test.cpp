@@ -75,6 +75,14 @@ TEST(KnownFaults, NullBoxesAreMadeRealByMapsAndDegenerateScalingAlone) {
 
 // Each result is that of an operand of its own.
 TEST(KnownFaults, OperandsMayBeTheResult) {
+    // The corners may be written over the box itself.
+    struct {
+        GBox box = {{1, 2, 3}, {4, 5, 6}};
+        GPosition rest[6];
+    } space;
+    space.box.GiveCorners(&space.box.m_low);
+    EXPECT_EQ(Numbers(space), (std::vector<double>{1, 2, 3, 4, 2, 3, 4, 5, 3, 1, 5, 3,
+                                                   1, 2, 6, 4, 2, 6, 4, 5, 6, 1, 5, 6}));
     Random random(2);
     const auto expect_same = [](const auto& record, auto operation) {
         const auto operand = record;

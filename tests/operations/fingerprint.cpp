@@ -53,7 +53,7 @@ std::string Fingerprint(const Operation& operation) {
     Random random(Seed(operation.signature));
     Source source(random);
     Result result;
-    result.KeepNumbers(operation.is_by_angle);
+    result.Keep(operation.is_by_angle ? Result::Keeps::kDoubles : Result::Keeps::kHash);
     for (int i = 0; i < kCalls; ++i) {
         random.WantExtremes(i % 2 == 1);
         ResetSettings();
@@ -72,7 +72,7 @@ std::vector<double> NumbersByAngle(const Operation& operation, int call) {
     Random random(Seed(operation.signature) + static_cast<unsigned>(call));
     Source source(random);
     Result result;
-    result.KeepNumbers(true);
+    result.Keep(Result::Keeps::kDoubles);
     operation.call(source, result);
     return result.Kept();
 }

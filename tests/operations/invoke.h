@@ -36,6 +36,7 @@ template <class Element>
 class Argument<Element*> {
   public:
     void Draw(Source& source) {
+        m_values.resize(source.IsGiven() ? source.CountGiven<Value>() : m_values.size());
         for (Value& value : m_values) {
             value = source.Draw<Value>();
         }
@@ -119,10 +120,14 @@ class Argument<std::FILE*> {
 template <class Reference>
 class PointsArgument {
     using Record = std::remove_cvref_t<Reference>;
+    static constexpr bool kIsConst = std::is_const_v<std::remove_reference_t<Reference>>;
 
   public:
     Record& Get() { return m_record; }
     void AddTo(Result& result) const {
+        if (kIsConst && result.KeepsAll()) {
+            return;
+        }
         result.Add(m_record);
         for (const GPosition& p : m_points) {
             result.Add(p);
@@ -138,6 +143,14 @@ class PointsArgument {
     }
     // Mostly closed.
     void DrawPoints(Source& source, GPosition*& points, unsigned long& count) {
+        points = m_points.data();
+        if (source.IsGiven()) {
+            count = source.Draw<unsigned long>();
+            m_points.resize(count);
+            std::generate(m_points.begin(), m_points.end(),
+                          [&source] { return source.Draw<GPosition>(); });
+            return;
+        }
         for (GPosition& p : m_points) {
             p = source.Draw<GPosition>();
         }
@@ -145,9 +158,8 @@ class PointsArgument {
         if (count > 0 && source.GetRandom().Next() % 8 != 0) {
             m_points[count - 1] = m_points[0];
         }
-        const bool has_none = std::is_const_v<std::remove_reference_t<Reference>> &&
-                              source.GetRandom().Next() % 16 == 0;
-        points = has_none ? nullptr : m_points.data();
+        const bool has_none = kIsConst && source.GetRandom().Next() % 16 == 0;
+        points = has_none ? nullptr : points;
     }
 
     Record m_record;
@@ -199,7 +211,8 @@ inline void AddMessage(const char* message) {
 template <class... Parameters, class Function>
 void Invoke(Source& source, Result& result, Function function) {
     std::tuple<Argument<Parameters>...> arguments;
-    std::apply([&source](auto&... each) { (each.Draw(source), ...); }, arguments);
+    std::apply([&source](auto&... each) { ((source.BeginArgument(), each.Draw(source)), ...); },
+               arguments);
     MessageResult() = &result;
     std::apply(
         [&](auto&... each) {

@@ -14,24 +14,25 @@ namespace kvgeom::test {
 /// both signs two.
 class Result {
   public:
-    /// Also keeps the numbers, for whoever compares them otherwise.
-    void KeepNumbers(bool keep) { m_keeps = keep; }
+    /// Keeps the doubles, for whoever compares them otherwise, or everything.
+    enum class Keeps { kHash, kDoubles, kAll };
+    void Keep(Keeps what) { m_keeps = what; }
+    bool KeepsAll() const { return m_keeps == Keeps::kAll; }
     const std::vector<double>& Kept() const { return m_kept; }
+    const std::vector<std::string>& Texts() const { return m_texts; }
     std::uint64_t Hash() const { return m_hash; }
 
-    void Add(std::uint64_t word) {
-        m_hash = (m_hash ^ word) * 0x9E3779B97F4A7C15U;
-        m_hash ^= m_hash >> 32U;
-    }
     void Add(const std::string& text) {
+        m_texts.insert(m_texts.end(), KeepsAll() ? 1 : 0, text);
         for (const char c : text) {
-            Add(static_cast<std::uint64_t>(static_cast<unsigned char>(c)));
+            AddWord(static_cast<unsigned char>(c));
         }
     }
     template <class Value>
     void Add(const Value& value) {
         if constexpr (std::is_integral_v<Value>) {
-            Add(static_cast<std::uint64_t>(static_cast<std::int64_t>(value)));
+            m_kept.insert(m_kept.end(), KeepsAll() ? 1 : 0, static_cast<double>(value));
+            AddWord(static_cast<std::uint64_t>(static_cast<std::int64_t>(value)));
         } else if constexpr (std::is_same_v<Value, GClipVolume>) {
             AddNumbers(std::vector<double>(&value.m_planes[0][0], &value.m_planes[0][0] + 24));
             Add(value.m_count);
@@ -52,19 +53,24 @@ class Result {
     }
 
   private:
+    void AddWord(std::uint64_t word) {
+        m_hash = (m_hash ^ word) * 0x9E3779B97F4A7C15U;
+        m_hash ^= m_hash >> 32U;
+    }
     void AddNumbers(const std::vector<double>& numbers) {
-        if (m_keeps) {
+        if (m_keeps != Keeps::kHash) {
             m_kept.insert(m_kept.end(), numbers.begin(), numbers.end());
             return;
         }
         for (const double x : numbers) {
-            Add(std::bit_cast<std::uint64_t>(std::isnan(x) ? kNaN : x));
+            AddWord(std::bit_cast<std::uint64_t>(std::isnan(x) ? kNaN : x));
         }
     }
 
     std::uint64_t m_hash = 0;
-    bool m_keeps = false;
+    Keeps m_keeps = Keeps::kHash;
     std::vector<double> m_kept;
+    std::vector<std::string> m_texts;
 };
 
 }  // namespace kvgeom::test

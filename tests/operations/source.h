@@ -14,10 +14,28 @@ class Source {
   public:
     explicit Source(Random& random) : m_random(random) {}
 
+    /// The arguments are the numbers given, a list for each that is drawn, zeros where there are no
+    /// more. Flags follow a record's numbers, a count is before them.
+    Source(Random& random, const std::vector<std::vector<double>>& given)
+        : m_random(random), m_given(&given) {}
+
     Random& GetRandom() { return m_random; }
+    bool IsGiven() const { return m_given != nullptr; }
+    /// Goes on to the next argument.
+    void BeginArgument() { m_is_begun = false; }
+    /// How many elements the next list holds; one that holds none is done with.
+    template <class Value>
+    size_t CountGiven() {
+        const size_t numbers = m_argument < m_given->size() ? (*m_given)[m_argument].size() : 0;
+        m_argument += numbers == 0 ? 1 : 0;
+        return numbers / std::max<size_t>(1, sizeof(Value) / sizeof(double));
+    }
 
     template <class Value>
     Value Draw() {
+        if (IsGiven()) {
+            return Given<Value>();
+        }
         if constexpr (std::is_same_v<Value, double>) {
             return m_random.Number();
         } else if constexpr (std::is_same_v<Value, unsigned char>) {
@@ -32,6 +50,36 @@ class Source {
     }
 
   private:
+    double NextGiven() {
+        m_argument += m_is_begun ? 0 : 1;
+        m_number = m_is_begun ? m_number + 1 : 0;
+        m_is_begun = true;
+        const bool is_there =
+            m_argument <= m_given->size() && m_number < (*m_given)[m_argument - 1].size();
+        return is_there ? (*m_given)[m_argument - 1][m_number] : 0;
+    }
+
+    template <class Value>
+    Value Given() {
+        if constexpr (std::is_arithmetic_v<Value>) {
+            return static_cast<Value>(NextGiven());
+        } else {
+            Value record = {};
+            if constexpr (std::is_same_v<Value, GClipVolume>) {
+                record.m_count = Given<unsigned char>();
+            }
+            std::array<double, CountNumbers<Value>()> numbers;
+            std::generate(numbers.begin(), numbers.end(), [this] { return NextGiven(); });
+            std::memcpy(&record, &numbers, sizeof numbers);
+            if constexpr (requires { record.m_hasShear; }) {
+                record.m_hasRotation = Given<unsigned char>();
+                record.m_hasReflection = Given<unsigned char>();
+                record.m_hasShear = Given<unsigned char>();
+            }
+            return record;
+        }
+    }
+
     template <class Record>
     Record DrawRecord() {
         Record record = Fresh<Record>();
@@ -179,6 +227,10 @@ class Source {
     }
 
     Random& m_random;
+    const std::vector<std::vector<double>>* m_given = nullptr;
+    size_t m_argument = 0;
+    size_t m_number = 0;
+    bool m_is_begun = false;
     std::tuple<GVector, GUnitVector, GPosition, GMatrix, GTransf, G4x4, GBox, GClipVolume,
                GBoreLine, GBoreCone, GVector2d, GUnitVector2d, GPosition2d, GMatrix2d, GTransf2d,
                GBox2d>

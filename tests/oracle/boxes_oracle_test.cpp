@@ -36,8 +36,8 @@ double Holds(const Extent<n>& box, const Vec<n>& p) {
     return margin;
 }
 
-template <class S>
-void CheckBoxes() {
+TYPED_TEST(Dimension, Boxes) {
+    using S = TypeParam;
     constexpr std::size_t n = S::n;
     Random random(40);
     for (int k = 0; k < kCases; ++k) {
@@ -64,9 +64,20 @@ void CheckBoxes() {
              ExtentOf(corners, [&](const auto& p) { return p * Exact(m); }), a * m, Mapped(a, m));
         Near("box by matrix, columns", DotBound(n),
              ExtentOf(corners, [&](const auto& p) { return p * Transpose(Exact(m)); }), m * a);
-        const auto map = Exact(t);
+        auto map = Exact(t);
         Near("box by transformation", n + 2,
              ExtentOf(corners, [&](const auto& p) { return p * map; }), a * t, Mapped(a, t));
+        if constexpr (n == 3) {
+            map.matrix = Transpose(map.matrix);
+            Near("box by transformation, columns", n + 2,
+                 ExtentOf(corners, [&](const auto& p) { return p * map; }), t * a);
+            const G4x4 h = Any<G4x4>(random);
+            const auto projected = [&](const Mat<4>& rows) {
+                return ExtentOf(corners, [&](const Vec<3>& q) { return Projected(q, rows); });
+            };
+            Near("box by G4x4", kProjectedPoint, projected(Exact(h)), h * a, Mapped(a, h));
+            Near("box by G4x4, columns", kProjectedPoint, projected(Transpose(Exact(h))), a * h);
+        }
 
         // Moved so that the boxes touch, but for something beside a tolerance.
         const double tolerance = GetDistanceTolerance();
@@ -105,32 +116,6 @@ void CheckBoxes() {
         c.m_high[axis] = c.m_low[axis] - Beside(random, tolerance);
         Agree("box IsNull", 1, -Below(Exact(c)[0][axis] - tolerance, Exact(c)[1][axis]),
               c.IsNull());
-    }
-}
-
-TEST(Space, Boxes) {
-    CheckBoxes<Spatial>();
-}
-TEST(Plane, Boxes) {
-    CheckBoxes<Planar>();
-}
-
-TEST(Space, BoxMapping) {
-    Random random(41);
-    for (int k = 0; k < kCases; ++k) {
-        const GBox a = AnyBox<Spatial>(random);
-        const G4x4 m = Any<G4x4>(random);
-        const GTransf t = random.Similarity();
-        Similarity<3> columns = Exact(t);
-        columns.matrix = Transpose(columns.matrix);
-        const auto corners = Corners(Exact(a));
-        const auto projected = [&](const Mat<4>& by) {
-            return ExtentOf(corners, [&](const Vec<3>& p) { return Projected(p, by); });
-        };
-        Near("box by transformation, columns", 5,
-             ExtentOf(corners, [&](const Vec<3>& p) { return p * columns; }), t * a);
-        Near("box by G4x4", kProjectedPoint, projected(Exact(m)), m * a, Mapped(a, m));
-        Near("box by G4x4, columns", kProjectedPoint, projected(Transpose(Exact(m))), a * m);
     }
 }
 

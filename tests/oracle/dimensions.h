@@ -7,6 +7,7 @@ namespace kvgeom::test {
 
 /// The records and operations of space and of the plane under common names.
 struct Spatial {
+    static constexpr char kName[] = "Space";
     static constexpr std::size_t n = 3;
     using Vector = GVector;
     using UnitVector = GUnitVector;
@@ -30,6 +31,7 @@ struct Spatial {
 };
 
 struct Planar {
+    static constexpr char kName[] = "Plane";
     static constexpr std::size_t n = 2;
     using Vector = GVector2d;
     using UnitVector = GUnitVector2d;
@@ -60,6 +62,18 @@ struct Planar {
     }
     static GBox2d BoxOf(GPosition2d* points) { return BuildBox2d(4, points); }
 };
+
+/// What is tested in space and in the plane alike.
+template <class S>
+class Dimension : public testing::Test {};
+struct DimensionNames {
+    template <class S>
+    static std::string GetName(int) {
+        return S::kName;
+    }
+};
+using Dimensions = testing::Types<Spatial, Planar>;
+TYPED_TEST_SUITE(Dimension, Dimensions, DimensionNames);
 
 template <class S>
 typename S::UnitVector AnyDirection(Random& random) {

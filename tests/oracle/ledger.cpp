@@ -12,7 +12,8 @@ constexpr double kUnit = 0x1p-53;
 
 Entry& EntryOf(const std::string& operation, double bound) {
     const std::string suite = testing::UnitTest::GetInstance()->current_test_suite()->name();
-    Entry& entry = Ledger().try_emplace(suite + ": " + operation, Entry{bound}).first->second;
+    const std::string dimension = suite.substr(suite.find('/') + 1);  // of Dimension/Space, too
+    Entry& entry = Ledger().try_emplace(dimension + ": " + operation, Entry{bound}).first->second;
     EXPECT_EQ(entry.bound, bound) << operation;
     return entry;
 }

@@ -47,8 +47,8 @@ typename S::Matrix Bent(Random& random, typename S::Matrix m) {
     return m;
 }
 
-template <class S>
-void CheckMatrices() {
+TYPED_TEST(Dimension, Matrices) {
+    using S = TypeParam;
     constexpr std::size_t n = S::n;
     Random random(20);
     const double relative = GetRelativeTolerance();
@@ -123,13 +123,6 @@ void CheckMatrices() {
                    Below(largest(Exact(s.m_matrix), a.matrix), relative)}),
               s.IsEqual(t));
     }
-}
-
-TEST(Space, Matrices) {
-    CheckMatrices<Spatial>();
-}
-TEST(Plane, Matrices) {
-    CheckMatrices<Planar>();
 }
 
 // The polar factor, to which the steps converge, in quadruple precision.

@@ -32,23 +32,20 @@ struct Real {
     Real() = default;
     Real(double x) : value(Quad(x)), weight(Magnitude(value)) {}
     Real(Quad v, Quad w) : value(v), weight(w) {}
+
+    friend Real operator+(const Real& a, const Real& b) {
+        return {a.value + b.value, a.weight + b.weight};
+    }
+    friend Real operator-(const Real& a) { return {-a.value, a.weight}; }
+    friend Real operator-(const Real& a, const Real& b) { return a + -b; }
+    friend Real operator*(const Real& a, const Real& b) {
+        return {a.value * b.value, a.weight * b.weight};
+    }
+    friend Real operator/(const Real& a, const Real& b) {
+        return {a.value / b.value, a.weight * b.weight / (b.value * b.value)};
+    }
 };
 
-inline Real operator+(const Real& a, const Real& b) {
-    return {a.value + b.value, a.weight + b.weight};
-}
-inline Real operator-(const Real& a) {
-    return {-a.value, a.weight};
-}
-inline Real operator-(const Real& a, const Real& b) {
-    return a + -b;
-}
-inline Real operator*(const Real& a, const Real& b) {
-    return {a.value * b.value, a.weight * b.weight};
-}
-inline Real operator/(const Real& a, const Real& b) {
-    return {a.value / b.value, a.weight * b.weight / (b.value * b.value)};
-}
 inline Real Abs(const Real& a) {
     return {Magnitude(a.value), a.weight};
 }

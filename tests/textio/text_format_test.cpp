@@ -387,21 +387,6 @@ TEST(TextFormat, RefusesRecordsWithoutAnArray) {
     EXPECT_EQ(recorder.Take(), Messages{});
 }
 
-TEST(TextFormat, ReadsBackAHomogeneousMatrix) {
-    Random random(62);
-    const G4x4 a = random.Affine();
-    Stream stream;
-    long err;
-    GPrint_to_File(stream.File(), a, &err);
-    std::rewind(stream.File());
-    G4x4 b = {};
-    GRead_from_File(stream.File(), b, &err);
-    EXPECT_EQ(stream.Rest(), "\n" + k4x4Text.substr(k4x4Text.find("G4x4")));
-    for (int i = 0; i < 16; ++i) {
-        EXPECT_NEAR(b.m_matrix[i], a.m_matrix[i], 1e-15 * std::fabs(a.m_matrix[i])) << i;
-    }
-}
-
 // Puts the process under a locale with a decimal comma, while it lives.
 class DecimalComma {
   public:
