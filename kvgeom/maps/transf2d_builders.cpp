@@ -10,7 +10,7 @@ using namespace kvgeom::detail;
 
 namespace {
 
-constexpr GVector2d kNoTranslation = {0, 0};
+constexpr GVector2d kNoTranslation2d = {0, 0};
 
 GTransf2d RotationRecord(const GMatrix2d& m, const GVector2d& translation) {
     return BuildTransf2d(m, translation, 1, 1, 0, 0);
@@ -28,7 +28,7 @@ GVector2d TranslationThatKeeps(const GPosition2d& p, const GMatrix2d& m) {
 }  // namespace
 
 GTransf2d ScaleTransf2d(double s) {
-    return BuildTransf2d(kIdentityMatrix2d, kNoTranslation, s, 0, 0, 0);
+    return BuildTransf2d(kIdentityMatrix2d, kNoTranslation2d, s, 0, 0, 0);
 }
 
 GTransf2d ScaleTransf2d(double s, const GPosition2d& c) {
@@ -37,11 +37,11 @@ GTransf2d ScaleTransf2d(double s, const GPosition2d& c) {
 }
 
 GTransf2d RotateTransf2d(double cosine, double sine) {
-    return RotationRecord(Rotation2d(cosine, sine), kNoTranslation);
+    return RotationRecord(Rotation2d(cosine, sine), kNoTranslation2d);
 }
 
 GTransf2d RotateTransf2d(double angle) {
-    return RotationRecord(Rotation2d(angle), kNoTranslation);
+    return RotationRecord(Rotation2d(angle), kNoTranslation2d);
 }
 
 GTransf2d RotateTransf2d(double cosine, double sine, const GPosition2d& p) {
@@ -54,7 +54,7 @@ GTransf2d RotateTransf2d(double angle, const GPosition2d& p) {
 }
 
 GTransf2d ReflectTransf2d(const GUnitVector2d& direction) {
-    return ReflectionRecord(Reflection2d(direction), kNoTranslation);
+    return ReflectionRecord(Reflection2d(direction), kNoTranslation2d);
 }
 
 GTransf2d ReflectTransf2d(const GUnitVector2d& direction, const GPosition2d& p) {
