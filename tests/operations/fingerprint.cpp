@@ -7,8 +7,6 @@
 
 #include "tests/operations/invoke.h"
 
-#include <kvgeom/kernel/tolerances.h>
-
 #include <cinttypes>
 #include <fstream>
 #include <iostream>
@@ -25,19 +23,6 @@ std::uint64_t Seed(const std::string& text) {
     Result result;
     result.Add(text);
     return result.Hash();
-}
-
-// As at load time, after operations that change it.
-void ResetSettings() {
-    long err;
-    SetRelativeTolerance(-1, &err);
-    SetDistanceTolerance(-1, &err);
-    SetFitTolerance(1e-3, &err);
-    SetDistanceTolerance(1e-6, &err);
-    SetRelativeTolerance(1e-10, &err);
-    SetValidLevel(0);
-    SetValidate(1);
-    InitAllValidationFlags();
 }
 
 void AddSettings(Result& result) {

@@ -6,6 +6,9 @@
 
 #include "tests/operations/operations.h"
 
+#include <kvgeom/kernel/tolerances.h>
+#include <kvgeom/kernel/validation_flags.h>
+
 #include <cstdio>
 #include <tuple>
 #include <vector>
@@ -205,6 +208,20 @@ inline void AddMessage(const char* message) {
     if (Result* const result = MessageResult()) {
         result->Add(std::string(message));
     }
+}
+
+/// The settings of the process as they are at load time, after operations that change them.
+inline void ResetSettings() {
+    long err;
+    // Out of each other's way first: each setter looks at the values of the moment.
+    SetRelativeTolerance(-1, &err);
+    SetDistanceTolerance(-1, &err);
+    SetFitTolerance(1e-3, &err);
+    SetDistanceTolerance(1e-6, &err);
+    SetRelativeTolerance(1e-10, &err);
+    SetValidLevel(0);
+    SetValidate(1);
+    InitAllValidationFlags();
 }
 
 /// Draws the arguments and calls the function, with the messages of the call in the result.

@@ -54,7 +54,10 @@ void RunOnThreads(Work work) {
 class Operations : public testing::Test {
   protected:
     void SetUp() override { SetAssertHook(AddMessage); }
-    void TearDown() override { SetAssertHook(nullptr); }
+    void TearDown() override {
+        SetAssertHook(nullptr);
+        ResetSettings();
+    }
 };
 
 TEST_F(Operations, GiveTheSameOnSeveralThreads) {
@@ -116,12 +119,19 @@ class FloatingPointMode {
     }
     ~FloatingPointMode() {
         std::fesetenv(&m_before);
+#ifdef __SSE2__
+        // The C library for Windows leaves it as it is.
+        _mm_setcsr(m_sse_before);
+#endif
     }
     FloatingPointMode(const FloatingPointMode&) = delete;
     FloatingPointMode& operator=(const FloatingPointMode&) = delete;
 
   private:
     std::fenv_t m_before;
+#ifdef __SSE2__
+    unsigned m_sse_before = _mm_getcsr();
+#endif
 };
 
 TEST_F(Operations, EndInEveryRoundingModeWithAndWithoutDenormals) {
