@@ -71,8 +71,7 @@ class Argument<long*> {
 };
 
 template <class Character>
-requires std::is_same_v < std::remove_const_t<Character>,
-char > class Argument<Character*> {
+requires(std::is_same_v<std::remove_const_t<Character>, char>) class Argument<Character*> {
   public:
     void Draw(Source&) { m_text = "a text of more than eight characters"; }
     Character* Get() { return m_text.data(); }
