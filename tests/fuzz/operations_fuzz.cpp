@@ -4,8 +4,6 @@
 
 #include "tests/operations/invoke.h"
 
-#include <kvgeom/kernel/tolerances.h>
-
 using namespace kvgeom::test;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -17,11 +15,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (std::size_t i = 0; i <= size / kBytesPerCall; ++i) {
         kOperations[random.Below(kOperations.size())].call(source, result);
     }
-    long err;
-    SetRelativeTolerance(-1, &err);
-    SetDistanceTolerance(-1, &err);
-    SetFitTolerance(1e-3, &err);
-    SetDistanceTolerance(1e-6, &err);
-    SetRelativeTolerance(1e-10, &err);
+    ResetSettings();
     return 0;
 }
