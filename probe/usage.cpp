@@ -200,7 +200,7 @@ std::string Quoted(const std::string& text) {
     return "'" + Replaced(text, "'", "'\\''") + "'";
 }
 
-// In _arguments' specifications, brackets and colons end the texts.
+// In an optspec of _arguments, brackets and colons end the texts.
 std::string ZshText(const std::string& text) {
     return Replaced(Replaced(Replaced(text, "[", "\\["), "]", "\\]"), ":", "\\:");
 }
@@ -218,16 +218,16 @@ void PrintZsh(std::ostream& out, const Usage& usage) {
         out << "    (" << (is_default ? "*" : command.name) << ")\n      options=(\n";
         for (const OptionUsage& option : command.options) {
             for (const std::string& name : option.names) {
-                std::ostringstream specification;
-                specification << '*' << name << '[' << ZshText(option.description) << ']';
+                std::ostringstream optspec;
+                optspec << '*' << name << '[' << ZshText(option.description) << ']';
                 if (option.value == "FILE") {
-                    specification << ":file:_files";
+                    optspec << ":file:_files";
                 } else if (!Words(option.value).empty()) {
-                    specification << ":value:(" << Words(option.value) << ')';
+                    optspec << ":value:(" << Words(option.value) << ')';
                 } else if (!option.value.empty()) {
-                    specification << ':' << option.value << ": ";
+                    optspec << ':' << option.value << ": ";
                 }
-                out << "        " << Quoted(specification.str()) << '\n';
+                out << "        " << Quoted(optspec.str()) << '\n';
             }
         }
         out << "      )\n      ;;\n";
