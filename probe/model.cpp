@@ -5,7 +5,7 @@
 #include "probe/progress_line.h"
 #include "probe/text.h"
 
-#include <kvgeom/points/mapping.h>
+#include <kvgeom/maps/mapping.h>
 
 #include <assimp/config.h>
 #include <assimp/scene.h>

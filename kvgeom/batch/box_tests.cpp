@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/batch/box_tests.h>
 #include <kvgeom/batch/enlarged_box.h>
-#include <kvgeom/batch/kernels.h>
 #include <kvgeom/batch/tested_planes.h>
+#include <kvgeom/boxes/kernels.h>
 #include <kvgeom/kernel/tolerance_state.h>
+#include <kvgeom/volumes/kernels.h>
 
 using namespace kvgeom::detail;
 
@@ -29,8 +30,9 @@ unsigned long TestAgainstVolume(const GClipVolume& volume, bool looks_at_furthes
             return looks_at_furthest ? volume && box : volume >> box;
         });
     }
-    return g_kernels->planes_and_boxes(planes, static_cast<unsigned long>(PlaneCount(volume)),
-                                       -DistanceTolerance(), boxes, count, answers);
+    return Chosen<BoxKernels>().planes_and_boxes(planes,
+                                                 static_cast<unsigned long>(PlaneCount(volume)),
+                                                 -DistanceTolerance(), boxes, count, answers);
 }
 
 }  // namespace
@@ -38,7 +40,7 @@ unsigned long TestAgainstVolume(const GClipVolume& volume, bool looks_at_furthes
 unsigned long IntersectBoxes(const GBoreLine& line, const GBox* boxes, unsigned long count,
                              unsigned char* answers) {
     const double enlargement = line.m_radius == 0.0 ? RelativeTolerance() : line.m_radius;
-    return g_kernels->bore_line_and_boxes(line, enlargement, boxes, count, answers);
+    return Chosen<BoreLineKernels>().bore_line_and_boxes(line, enlargement, boxes, count, answers);
 }
 
 unsigned long IntersectBoxes(const GClipVolume& volume, const GBox* boxes, unsigned long count,
@@ -57,16 +59,16 @@ unsigned long IntersectBoxes(const GPtFence& fence, const GBox* boxes, unsigned 
     if (!planes.HaveRoom() || !planes.FindForBoxes()) {
         return TestEach(boxes, count, answers, [&](const GBox& box) { return fence && box; });
     }
-    return g_kernels->planes_and_boxes(planes.Get(), planes.Count(), -DistanceTolerance(), boxes,
-                                       count, answers);
+    return Chosen<BoxKernels>().planes_and_boxes(planes.Get(), planes.Count(), -DistanceTolerance(),
+                                                 boxes, count, answers);
 }
 
 unsigned long IntersectBoxes(const GBox& box, double tol, const GBox* boxes, unsigned long count,
                              unsigned char* answers) {
-    return g_kernels->box_and_boxes(box, tol, boxes, count, answers);
+    return Chosen<BoxKernels>().box_and_boxes(box, tol, boxes, count, answers);
 }
 
 unsigned long ContainBoxes(const GBox& box, const GBox* boxes, unsigned long count,
                            unsigned char* answers) {
-    return g_kernels->box_holds_boxes(Enlarged(box), boxes, count, answers);
+    return Chosen<BoxKernels>().box_holds_boxes(Enlarged(box), boxes, count, answers);
 }

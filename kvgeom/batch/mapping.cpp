@@ -1,35 +1,29 @@
 // SPDX-License-Identifier: MIT
-#include <kvgeom/batch/kernels.h>
 #include <kvgeom/batch/mapping.h>
 #include <kvgeom/boxes/box_mapping.h>
+#include <kvgeom/boxes/kernels.h>
+#include <kvgeom/maps/homogeneous_parts.h>
+#include <kvgeom/maps/kernels.h>
+#include <kvgeom/maps/mapping.h>
 #include <kvgeom/maps/transposition.h>
-#include <kvgeom/points/mapping.h>
 
 using namespace kvgeom::detail;
 
-namespace {
-
-// The affine maps of boxes have a kernel.
-bool IsAffine(const G4x4& a) {
-    return a.m_matrix[3] == 0.0 && a.m_matrix[7] == 0.0 && a.m_matrix[11] == 0.0 &&
-           a.m_matrix[15] == 1.0;
-}
-
-}  // namespace
-
 void MapPositions(const GMatrix& map, const GPosition* positions, unsigned long count,
                   GPosition* images) {
-    g_kernels->map_positions_by_matrix(map, positions, count, images);
+    Chosen<MapKernels>().map_positions_by_matrix(map, positions, count, images);
 }
 
 void MapPositions(const GTransf& map, const GPosition* positions, unsigned long count,
                   GPosition* images) {
-    g_kernels->map_positions_by_transf(map, positions, count, images);
+    Chosen<MapKernels>().map_positions_by_transf(map, positions, count, images);
 }
 
 void MapPositions(const G4x4& map, const GPosition* positions, unsigned long count,
                   GPosition* images) {
-    g_kernels->map_positions_by_g4x4(map, positions, count, images);
+    const MapKernels& kernels = Chosen<MapKernels>();
+    (IsExactlyAffine(map) ? kernels.map_positions_by_affine_4x4 : kernels.map_positions_by_4x4)(
+        map, positions, count, images);
 }
 
 void MapPositionsByColumns(const G4x4& map, const GPosition* positions, unsigned long count,
@@ -39,16 +33,16 @@ void MapPositionsByColumns(const G4x4& map, const GPosition* positions, unsigned
 
 // A vector by a matrix is a point by it.
 void MapVectors(const GMatrix& map, const GVector* vectors, unsigned long count, GVector* images) {
-    g_kernels->map_positions_by_matrix(map, reinterpret_cast<const GPosition*>(vectors), count,
-                                       reinterpret_cast<GPosition*>(images));
+    Chosen<MapKernels>().map_positions_by_matrix(map, reinterpret_cast<const GPosition*>(vectors),
+                                                 count, reinterpret_cast<GPosition*>(images));
 }
 
 void MapVectors(const GTransf& map, const GVector* vectors, unsigned long count, GVector* images) {
-    g_kernels->map_vectors_by_transf(map, vectors, count, images);
+    Chosen<MapKernels>().map_vectors_by_transf(map, vectors, count, images);
 }
 
 void MapVectors(const G4x4& map, const GVector* vectors, unsigned long count, GVector* images) {
-    g_kernels->map_vectors_by_g4x4(map, vectors, count, images);
+    Chosen<MapKernels>().map_vectors_by_4x4(map, vectors, count, images);
 }
 
 void MapVectorsByColumns(const G4x4& map, const GVector* vectors, unsigned long count,
@@ -58,7 +52,7 @@ void MapVectorsByColumns(const G4x4& map, const GVector* vectors, unsigned long 
 
 void MapUnitVectors(const GMatrix& map, const GUnitVector* directions, unsigned long count,
                     GUnitVector* images) {
-    g_kernels->map_unit_vectors_by_matrix(map, directions, count, images);
+    Chosen<MapKernels>().map_unit_vectors_by_matrix(map, directions, count, images);
 }
 
 void MapUnitVectors(const GTransf& map, const GUnitVector* directions, unsigned long count,
@@ -75,7 +69,7 @@ void MapUnitVectors(const GTransf& map, const GUnitVector* directions, unsigned 
 
 void MapUnitVectors(const G4x4& map, const GUnitVector* directions, unsigned long count,
                     GUnitVector* images) {
-    g_kernels->map_unit_vectors_by_g4x4(map, directions, count, images);
+    Chosen<MapKernels>().map_unit_vectors_by_4x4(map, directions, count, images);
 }
 
 void MapUnitVectorsByColumns(const GMatrix& map, const GUnitVector* directions, unsigned long count,
@@ -89,16 +83,16 @@ void MapUnitVectorsByColumns(const G4x4& map, const GUnitVector* directions, uns
 }
 
 void MapBoxes(const GMatrix& map, const GBox* boxes, unsigned long count, GBox* images) {
-    g_kernels->map_boxes_by_matrix(map, boxes, count, images);
+    Chosen<BoxKernels>().map_boxes_by_matrix(map, boxes, count, images);
 }
 
 void MapBoxes(const GTransf& map, const GBox* boxes, unsigned long count, GBox* images) {
-    g_kernels->map_boxes_by_transf(map, boxes, count, images);
+    Chosen<BoxKernels>().map_boxes_by_transf(map, boxes, count, images);
 }
 
 void MapBoxes(const G4x4& map, const GBox* boxes, unsigned long count, GBox* images) {
-    if (IsAffine(map)) {
-        g_kernels->map_boxes_by_g4x4(map, boxes, count, images);
+    if (IsExactlyAffine(map)) {
+        Chosen<BoxKernels>().map_boxes_by_affine_4x4(map, boxes, count, images);
         return;
     }
     const G4x4 a = map;

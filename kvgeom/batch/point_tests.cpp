@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/batch/enlarged_box.h>
-#include <kvgeom/batch/kernels.h>
 #include <kvgeom/batch/point_tests.h>
 #include <kvgeom/batch/tested_planes.h>
+#include <kvgeom/boxes/kernels.h>
 #include <kvgeom/kernel/assertion_hook.h>
+#include <kvgeom/volumes/kernels.h>
 
 #include <cstring>
 
@@ -11,20 +12,21 @@ using namespace kvgeom::detail;
 
 unsigned long ClassifyPositions(const GBox& box, const GPosition* positions, unsigned long count,
                                 unsigned char* answers) {
-    return g_kernels->box_holds_positions(Enlarged(box), positions, count, answers);
+    return Chosen<BoxKernels>().box_holds_positions(Enlarged(box), positions, count, answers);
 }
 
 unsigned long ClassifyPositions(const GBoreLine& line, const GPosition* positions,
                                 unsigned long count, unsigned char* answers) {
-    return g_kernels->bore_line_holds_positions(line, positions, count, answers);
+    return Chosen<BoreLineKernels>().bore_line_holds_positions(line, positions, count, answers);
 }
 
 unsigned long ClassifyPositions(const GClipVolume& volume, const GPosition* positions,
                                 unsigned long count, unsigned char* answers) {
     TestedPlane planes[kMostPlanes];
     if (FindTestedPlanes(volume, true, planes)) {
-        return g_kernels->place_positions(planes, static_cast<unsigned long>(PlaneCount(volume)),
-                                          DistanceTolerance(), positions, count, answers);
+        return Chosen<BoxKernels>().place_positions(planes,
+                                                    static_cast<unsigned long>(PlaneCount(volume)),
+                                                    DistanceTolerance(), positions, count, answers);
     }
     unsigned long inside = 0;
     for (unsigned long i = 0; i < count; ++i) {
@@ -48,6 +50,6 @@ unsigned long ClassifyPositions(const GPtFence& fence, const GPosition* position
     if (planes.Count() != 0) {
         planes.FindForPositions();
     }
-    return g_kernels->planes_hold_positions(planes.Get(), planes.Count(), positions, count,
-                                            answers);
+    return Chosen<BoxKernels>().planes_hold_positions(planes.Get(), planes.Count(), positions,
+                                                      count, answers);
 }

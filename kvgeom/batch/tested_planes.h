@@ -3,8 +3,8 @@
 
 // The planes of a volume, found once for the tests of many boxes or points.
 
-#include <kvgeom/batch/kernels.h>
 #include <kvgeom/boxes/clip_volume_planes.h>
+#include <kvgeom/boxes/kernels.h>
 #include <kvgeom/volumes/pt_fence.h>
 #include <kvgeom/volumes/scratch.h>
 

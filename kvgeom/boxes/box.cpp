@@ -3,6 +3,7 @@
 #include <kvgeom/boxes/corner.h>
 #include <kvgeom/boxes/fixed_boxes.h>
 #include <kvgeom/boxes/interval.h>
+#include <kvgeom/boxes/kernels.h>
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/extremes.h>
@@ -35,6 +36,9 @@ bool IsReversedOnSomeAxis(const GBox& box, double t) {
            IsReversed(box.m_low.m_y, box.m_high.m_y, t) ||
            IsReversed(box.m_low.m_z, box.m_high.m_z, t);
 }
+
+// From so many points on, vectors pay.
+constexpr unsigned long kManyPoints = 24;
 
 bool IsOutside(double value, double low, double high, double t) {
     return high + t < value || low - t > value;
@@ -132,6 +136,24 @@ GBox BuildBox(double x1, double y1, double z1, double x2, double y2, double z2) 
 
 GBox BuildBox(const GPosition& p, const GPosition& q) {
     return {p, q};
+}
+
+GBox BuildBox(unsigned long count, GPosition* points) {
+    if (count == 0) {
+        Gassert_debug("GBox: can't build with 0 points");
+        return kNullBox;
+    }
+    if (count >= kManyPoints) {
+        return Chosen<BoxKernels>().box_of_positions(points, count);
+    }
+    GBox result = {points[0], points[0]};
+    for (unsigned long i = 1; i < count; ++i) {
+        const GPosition& p = points[i];
+        Extend(result.m_low.m_x, result.m_high.m_x, p.m_x);
+        Extend(result.m_low.m_y, result.m_high.m_y, p.m_y);
+        Extend(result.m_low.m_z, result.m_high.m_z, p.m_z);
+    }
+    return result;
 }
 
 int operator<<(const GPosition& p, const GBox& box) {

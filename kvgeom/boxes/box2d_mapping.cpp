@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/boxes/box2d_mapping.h>
-#include <kvgeom/points/mapping2d.h>
+#include <kvgeom/maps/mapping2d.h>
 
 namespace {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/boxes/box_mapping.h>
 #include <kvgeom/kernel/extremes.h>
-#include <kvgeom/maps/linear_block.h>
+#include <kvgeom/maps/homogeneous_parts.h>
+#include <kvgeom/maps/linear_forms.h>
+#include <kvgeom/maps/mapping.h>
 #include <kvgeom/maps/transposition.h>
-#include <kvgeom/points/linear_forms.h>
-#include <kvgeom/points/mapping.h>
 
 #include <cmath>
 
@@ -55,14 +55,9 @@ GBox MapExtremes(const GBox& box, const GMatrix& matrix) {
     return {{x.low, y.low, z.low}, {x.high, y.high, z.high}};
 }
 
-bool IsAffine(const G4x4& a) {
-    return a.m_matrix[3] == 0.0 && a.m_matrix[7] == 0.0 && a.m_matrix[11] == 0.0 &&
-           a.m_matrix[15] == 1.0;
-}
-
 // In the row form. A weight of exactly 1 changes nothing, so an affine matrix takes the short way.
 GBox MapHomogeneous(const G4x4& a, const GBox& box) {
-    if (IsAffine(a) && IsFinite(box)) {
+    if (IsExactlyAffine(a) && IsFinite(box)) {
         const auto& m = a.m_matrix;
         GBox result = MapExtremes(box, LinearBlock(a));
         result += GVector{m[12], m[13], m[14]};

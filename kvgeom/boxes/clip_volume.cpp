@@ -7,8 +7,8 @@
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/square_root.h>
 #include <kvgeom/kernel/tolerance_state.h>
-#include <kvgeom/points/linear_forms.h>
-#include <kvgeom/points/mapping.h>
+#include <kvgeom/maps/linear_forms.h>
+#include <kvgeom/maps/mapping.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <kvgeom/batch/kernels.h>
 #include <kvgeom/kernel/assertion_hook.h>
-#include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/fixed_maps.h>
 #include <kvgeom/maps/g4x4.h>
-#include <kvgeom/maps/linear_block.h>
+#include <kvgeom/maps/g4x4_conversion.h>
+#include <kvgeom/maps/homogeneous_parts.h>
+#include <kvgeom/maps/kernels.h>
 #include <kvgeom/maps/transf.h>
 
 #include <algorithm>
@@ -46,7 +47,7 @@ G4x4& G4x4::operator*=(const GTransf& b) {
 
 G4x4 G4x4::Inverse() const {
     G4x4 result;
-    if (!g_kernels->invert_4x4(*this, result)) {
+    if (!Chosen<MapKernels>().invert_4x4(*this, result)) {
         Gassert_debug("Can't find inverse since the g4x4 is singular");
         result = kIdentity4x4;
     }
@@ -87,6 +88,21 @@ int G4x4::HasReflection() const {
         return 0;
     }
     return GetDeterminant(block) / (length * length * length) <= 0 ? 1 : 0;
+}
+
+int G4x4::HasRotation() const {
+    const double tol = RelativeTolerance();
+    G4x4 copy = *this;
+    double angles[3];
+    if (GetRotationAngles(copy, &angles[0], &angles[1], &angles[2]) != kSuccess) {
+        return 1;
+    }
+    for (const double angle : angles) {
+        if (std::fabs(angle) >= tol) {
+            return 1;
+        }
+    }
+    return 0;
 }
 
 G4x4 Build4x4(const double* elements) {

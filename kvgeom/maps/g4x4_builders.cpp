@@ -2,9 +2,9 @@
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/refusal.h>
 #include <kvgeom/kernel/tolerance_state.h>
-#include <kvgeom/kernel/validity.h>
 #include <kvgeom/maps/g4x4_builders.h>
 #include <kvgeom/maps/transf_builders.h>
+#include <kvgeom/points/validity.h>
 
 #include <cmath>
 

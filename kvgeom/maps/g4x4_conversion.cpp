@@ -2,10 +2,9 @@
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/tolerance_state.h>
-#include <kvgeom/maps/clear_rotation.h>
-#include <kvgeom/maps/fixed_maps.h>
 #include <kvgeom/maps/g4x4_conversion.h>
-#include <kvgeom/maps/linear_block.h>
+#include <kvgeom/maps/homogeneous_parts.h>
+#include <kvgeom/maps/rotation_bound.h>
 #include <kvgeom/points/position.h>
 
 #include <cmath>
@@ -95,7 +94,7 @@ long ConvertG4x4ToGTransf(const G4x4& g, GTransf& t) {
         BuildTransf(matrix, {m[12], m[13], m[14]}, (lengths[0] + lengths[1] + lengths[2]) / 3, 0,
                     GetDeterminant(matrix) < 0, 0);
     result.m_hasRotation =
-        RotatesClearly(matrix, ClearRotation(tol)) || HasAngleFrom(result, tol) ? 1 : 0;
+        SurelyRotates(matrix, SureRotationFactor(tol)) || HasAngleFrom(result, tol) ? 1 : 0;
     t = result;
     return kSuccess;
 }
@@ -131,13 +130,6 @@ long ConvertG4x4ToGTransf2d(const G4x4& g, GTransf2d& t) {
     return kSuccess;
 }
 
-GTransf& GTransf::operator=(const G4x4& g) {
-    if (ConvertG4x4ToGTransf(g, *this) != kSuccess) {
-        *this = kNullTransf;
-    }
-    return *this;
-}
-
 long GetRotationAngles(G4x4& g, double* a, double* b, double* c) {
     double angles[3] = {0.0, 0.0, 0.0};
     GTransf t;
@@ -150,19 +142,4 @@ long GetRotationAngles(G4x4& g, double* a, double* b, double* c) {
     *b = angles[1];
     *c = angles[2];
     return code;
-}
-
-int G4x4::HasRotation() const {
-    const double tol = RelativeTolerance();
-    G4x4 copy = *this;
-    double angles[3];
-    if (GetRotationAngles(copy, &angles[0], &angles[1], &angles[2]) != kSuccess) {
-        return 1;
-    }
-    for (const double angle : angles) {
-        if (std::fabs(angle) >= tol) {
-            return 1;
-        }
-    }
-    return 0;
 }

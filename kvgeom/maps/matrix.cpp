@@ -3,8 +3,8 @@
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/fixed_maps.h>
+#include <kvgeom/maps/linear_forms.h>
 #include <kvgeom/maps/matrix.h>
-#include <kvgeom/points/linear_forms.h>
 
 #include <cmath>
 

@@ -4,8 +4,8 @@
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/fixed_maps2d.h>
+#include <kvgeom/maps/linear_forms2d.h>
 #include <kvgeom/maps/matrix2d.h>
-#include <kvgeom/points/linear_forms2d.h>
 
 #include <cmath>
 

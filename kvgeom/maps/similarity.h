@@ -6,8 +6,8 @@
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/tolerance_state.h>
-#include <kvgeom/points/linear_forms.h>
-#include <kvgeom/points/linear_forms2d.h>
+#include <kvgeom/maps/linear_forms.h>
+#include <kvgeom/maps/linear_forms2d.h>
 
 #include <cmath>
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include <kvgeom/batch/kernels.h>
 #include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/square_root.h>
 #include <kvgeom/kernel/tolerance_state.h>
-#include <kvgeom/maps/clear_rotation.h>
+#include <kvgeom/maps/composition.h>
 #include <kvgeom/maps/fixed_maps.h>
+#include <kvgeom/maps/g4x4_conversion.h>
+#include <kvgeom/maps/kernels.h>
+#include <kvgeom/maps/rotation_bound.h>
 #include <kvgeom/maps/similarity.h>
 #include <kvgeom/maps/transf.h>
 #include <kvgeom/points/from_origin.h>
@@ -57,7 +59,7 @@ bool HasAngleBeyond(const RotationAngles& angles, double tol) {
 GTransf kvgeom::detail::ComposedByAngles(const GTransf& a, const GTransf& b) {
     return Composed(a, b, [](const GTransf& composed) {
         const double tol = RelativeTolerance();
-        return RotatesClearly(composed.m_matrix, ClearRotation(tol)) ||
+        return SurelyRotates(composed.m_matrix, SureRotationFactor(tol)) ||
                HasAngleBeyond(Decompose(composed.m_matrix), tol);
     });
 }
@@ -82,6 +84,13 @@ GTransf GTransf::Inverse() const {
     return InverseOf(*this);
 }
 
+GTransf& GTransf::operator=(const G4x4& g) {
+    if (ConvertG4x4ToGTransf(g, *this) != kSuccess) {
+        *this = kNullTransf;
+    }
+    return *this;
+}
+
 GTransf& GTransf::operator*=(const GTransf& b) {
     return *this = *this * b;
 }
@@ -97,8 +106,10 @@ GTransf BuildTransf(const GMatrix& m, const GVector& t, double scaling, int hasR
 }
 
 GTransf operator*(const GTransf& a, const GTransf& b) {
+    // With rows as vectors it takes three quarters of the time of plain sums.
     GTransf result;
-    g_kernels->compose_transfs(&a, &b, ClearRotation(RelativeTolerance()), 1, &result);
+    Chosen<MapKernels>().compose_transfs(&a, &b, SureRotationFactor(RelativeTolerance()), 1,
+                                         &result);
     return result;
 }
 
@@ -110,4 +121,23 @@ long GetRotAngles(const GTransf& t, double* a, double* b, double* c, GPosition& 
     *c = angles.c;
     origin = translation;
     return kSuccess;
+}
+
+long GetMirrorPlaneNormal(const GTransf& t, GUnitVector& normal, GVector& offset) {
+    const auto& m = t.m_matrix.m_elements;
+    const double tol = RelativeTolerance();
+    offset = t.m_translation;
+    for (int i = 0; i < 3; ++i) {
+        // The diagonal holds 1 - 2 ni^2, the rest of the row -2 ni nj.
+        const double pivot = SquareRoot(std::fabs(1 - m[i][i]) * 0.5);
+        if (pivot > tol) {
+            double n[3];
+            for (int j = 0; j < 3; ++j) {
+                n[j] = j == i ? pivot : m[i][j] / (-2 * pivot);
+            }
+            normal = BuildUnitVector(n[0], n[1], n[2]);
+            return kSuccess;
+        }
+    }
+    return kPreconditionFailed;
 }

@@ -3,6 +3,7 @@
 
 #include <kvgeom/export.h>
 #include <kvgeom/maps/matrix.h>
+#include <kvgeom/points/unit_vector.h>
 #include <kvgeom/points/vector.h>
 
 typedef struct tagGPosition GPosition;
@@ -73,3 +74,10 @@ KVGEOM_API GTransf operator*(const GTransf& a, const GTransf& b);
 /// turn, c is 0. Scaling and flags are not read, and a matrix that is no rotation is decomposed all
 /// the same. Always returns 0.
 KVGEOM_API long GetRotAngles(const GTransf& t, double* a, double* b, double* c, GPosition& origin);
+
+/// The normal of the plane that a reflecting transformation mirrors in, read back out of its matrix
+/// I - 2 n^T n, and its translation as offset. The first component that the diagonal shows to
+/// exceed the relative tolerance (rounding hides those below about 1e-8) is positive. Returns 0; or
+/// 2, with normal unwritten, when no diagonal element is far enough from 1. That the matrix is a
+/// reflection is not tested: a half turn has a normal too.
+KVGEOM_API long GetMirrorPlaneNormal(const GTransf& t, GUnitVector& normal, GVector& offset);

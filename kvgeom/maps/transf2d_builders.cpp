@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/maps/fixed_maps2d.h>
+#include <kvgeom/maps/linear_forms2d.h>
 #include <kvgeom/maps/transf2d_builders.h>
 #include <kvgeom/points/direction2d.h>
-#include <kvgeom/points/linear_forms2d.h>
 
 #include <cmath>
 

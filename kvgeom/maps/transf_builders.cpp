@@ -4,10 +4,10 @@
 #include <kvgeom/kernel/refusal.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/fixed_maps.h>
+#include <kvgeom/maps/linear_forms.h>
 #include <kvgeom/maps/transf_builders.h>
 #include <kvgeom/points/direction.h>
 #include <kvgeom/points/from_origin.h>
-#include <kvgeom/points/linear_forms.h>
 
 #include <cmath>
 

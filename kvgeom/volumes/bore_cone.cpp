@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/maps/converted.h>
+#include <kvgeom/maps/mapping.h>
 #include <kvgeom/points/direction.h>
-#include <kvgeom/points/mapping.h>
 #include <kvgeom/volumes/bore_cone.h>
 #include <kvgeom/volumes/bore_line_mapping.h>
 #include <kvgeom/volumes/pt_frustum.h>

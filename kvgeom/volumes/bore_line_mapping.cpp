@@ -4,9 +4,9 @@
 #include <kvgeom/kernel/extremes.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/g4x4_conversion.h>
-#include <kvgeom/maps/linear_block.h>
-#include <kvgeom/points/linear_forms.h>
-#include <kvgeom/points/mapping.h>
+#include <kvgeom/maps/homogeneous_parts.h>
+#include <kvgeom/maps/linear_forms.h>
+#include <kvgeom/maps/mapping.h>
 #include <kvgeom/volumes/bore_line_mapping.h>
 
 #include <cmath>
@@ -19,11 +19,6 @@ void ReportNegativeRadius(const GBoreLine& l) {
     if (l.m_radius < 0) {
         Gassert_debug("GBoreLine: radius is < 0.0");
     }
-}
-
-bool IsAffine(const G4x4& a) {
-    return a.m_matrix[15] == 1.0 && a.m_matrix[3] == 0.0 && a.m_matrix[7] == 0.0 &&
-           a.m_matrix[11] == 0.0;
 }
 
 double Clamped(double limit) {
@@ -95,7 +90,7 @@ GBoreLine operator*(const GBoreLine& l, const G4x4& a) {
 
 GBoreLine operator*(const G4x4& a, const GBoreLine& l) {
     ReportNegativeRadius(l);
-    if (IsAffine(a)) {
+    if (IsExactlyAffine(a)) {
         const double tol = RelativeTolerance();
         const GMatrix block = LinearBlock(a);
         const double k = block[0].GetLength();

@@ -4,8 +4,8 @@
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/refusal.h>
 #include <kvgeom/maps/converted.h>
+#include <kvgeom/maps/mapping.h>
 #include <kvgeom/points/direction.h>
-#include <kvgeom/points/mapping.h>
 #include <kvgeom/volumes/profile.h>
 #include <kvgeom/volumes/pt_fence.h>
 

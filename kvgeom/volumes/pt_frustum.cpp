@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <kvgeom/points/mapping.h>
+#include <kvgeom/maps/mapping.h>
 #include <kvgeom/volumes/profile.h>
 #include <kvgeom/volumes/pt_frustum.h>
 

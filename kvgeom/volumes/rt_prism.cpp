@@ -2,9 +2,9 @@
 #include <kvgeom/kernel/error_codes.h>
 #include <kvgeom/kernel/refusal.h>
 #include <kvgeom/maps/converted.h>
+#include <kvgeom/maps/mapping.h>
 #include <kvgeom/maps/transf_builders.h>
 #include <kvgeom/points/direction.h>
-#include <kvgeom/points/mapping.h>
 #include <kvgeom/volumes/profile.h>
 #include <kvgeom/volumes/rt_prism.h>
 

@@ -3,7 +3,7 @@
 // The text of the registry file. One that can be parsed takes a number, gives it back, and keeps
 // all else; one that can't is refused again.
 
-#include <kvgeom/kernel/registry_text.h>
+#include <kvgeom/host/registry_text.h>
 
 #include <cstdint>
 #include <cstdlib>

@@ -11,7 +11,7 @@ import sys
 
 # Files whose strings are no messages: names of files and switches, the words of the text format.
 WITHOUT_MESSAGES = re.compile(
-    r"textio/|kernel/(registry|debug_switches|assertion_log|log_file)|batch/(kernels|lanes)|export\.h|module_entry"
+    r"textio/|host/(registry|debug_switches|assertion_log|log_file)|vectors/|export\.h|module_entry"
 )
 LITERAL = r'"(?:[^"\\]|\\.)*"'
 TOKEN = re.compile(rf"//[^\n]*|^\s*#[^\n]*|'(?:[^'\\]|\\.)+'|{LITERAL}(?:\s*{LITERAL})*", re.M)

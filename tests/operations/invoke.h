@@ -6,8 +6,8 @@
 
 #include "tests/operations/operations.h"
 
+#include <kvgeom/host/validation_flags.h>
 #include <kvgeom/kernel/tolerances.h>
-#include <kvgeom/kernel/validation_flags.h>
 
 #include <cstdio>
 #include <tuple>

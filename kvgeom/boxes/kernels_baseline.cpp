@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+#include <kvgeom/boxes/all_kernels.h>
+
+namespace kvgeom::detail {
+
+constinit const BoxKernels BoxKernels::kBaseline = kBoxKernels;
+
+}  // namespace kvgeom::detail
