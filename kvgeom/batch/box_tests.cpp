@@ -10,7 +10,7 @@ using namespace kvgeom::detail;
 
 namespace {
 
-// One after the other, where each passes its messages.
+// Tests one box after the other by the single operator, which passes its messages for each.
 template <class Test>
 unsigned long TestEach(const GBox* boxes, unsigned long count, unsigned char* answers, Test test) {
     unsigned long passed = 0;

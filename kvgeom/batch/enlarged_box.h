@@ -7,7 +7,8 @@
 
 namespace kvgeom::detail {
 
-// What holds a point if and only if the box does, to the tolerance.
+// The box enlarged by the tolerance as operator>> enlarges it: that operator answers 1 exactly for
+// the points that lie in this box, its faces included.
 inline GBox Enlarged(const GBox& box) {
     const double t = DistanceTolerance() / kSqrt3;
     const GPosition& low = box.m_low;

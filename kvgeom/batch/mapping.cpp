@@ -22,8 +22,9 @@ void MapPositions(const GTransf& map, const GPosition* positions, unsigned long 
 void MapPositions(const G4x4& map, const GPosition* positions, unsigned long count,
                   GPosition* images) {
     const MapKernels& kernels = Chosen<MapKernels>();
-    (IsExactlyAffine(map) ? kernels.map_positions_by_affine_4x4 : kernels.map_positions_by_4x4)(
-        map, positions, count, images);
+    const auto map_each =
+        IsExactlyAffine(map) ? kernels.map_positions_by_affine_4x4 : kernels.map_positions_by_4x4;
+    map_each(map, positions, count, images);
 }
 
 void MapPositionsByColumns(const G4x4& map, const GPosition* positions, unsigned long count,
@@ -31,7 +32,7 @@ void MapPositionsByColumns(const G4x4& map, const GPosition* positions, unsigned
     MapPositions(Transposed(map), positions, count, images);
 }
 
-// A vector by a matrix is a point by it.
+// A matrix maps a vector as it maps the point with the same coordinates.
 void MapVectors(const GMatrix& map, const GVector* vectors, unsigned long count, GVector* images) {
     Chosen<MapKernels>().map_positions_by_matrix(map, reinterpret_cast<const GPosition*>(vectors),
                                                  count, reinterpret_cast<GPosition*>(images));
@@ -61,9 +62,9 @@ void MapUnitVectors(const GTransf& map, const GUnitVector* directions, unsigned 
         MapUnitVectors(map.m_matrix, directions, count, images);
         return;
     }
-    const GTransf t = map;  // the images may be written over it
+    const GTransf t = map;  // a copy, for the images may be written over the map
     for (unsigned long i = 0; i < count; ++i) {
-        images[i] = directions[i] * t;  // each with the message
+        images[i] = directions[i] * t;  // each passes the message
     }
 }
 

@@ -6,7 +6,7 @@
 // (a tolerance, the shape of the map) is looked at once. The images may be written over the records
 // themselves, but not over parts of them; no alignment is wanted, and nothing is allocated.
 //
-// Points and vectors are rows (points/mapping.h): the row forms are what every *= computes.
+// Points and vectors are rows (maps/mapping.h): the row forms are what every *= computes.
 
 #include <kvgeom/export.h>
 #include <kvgeom/maps/g4x4.h>

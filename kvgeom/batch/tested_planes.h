@@ -10,20 +10,21 @@
 
 namespace kvgeom::detail {
 
-// For tests of the corner of each box that lies furthest along the normal, or of the nearest one.
-// False when a plane has no normal, which every single test reports anew.
+// Prepares the planes for tests of one corner of each box: the one furthest along the normal, or
+// the nearest one. False when a plane has a null normal: then each single test passes a message.
 bool FindTestedPlanes(const GClipVolume& volume, bool looks_at_furthest,
                       TestedPlane (&planes)[kMostPlanes]);
 
-// Room for the planes of a fence; none without memory for them, or for a fence that has no planes.
+// The planes of a fence, in memory of their own.
 class FencePlanes {
   public:
     explicit FencePlanes(const GPtFence& fence);
 
+    // False when there is no memory for them, or when the fence has no planes.
     bool HaveRoom();
-    // For tests as of GPtFence::operator&&; false when a side has no normal.
+    // Finds them for tests as those of GPtFence::operator&&; false when a side has a null normal.
     bool FindForBoxes();
-    // For tests as of IsPtInPtFence; passes the messages of FindPlanes.
+    // Finds them for tests as those of IsPtInPtFence, with the messages of FindPlanes.
     void FindForPositions();
 
     const TestedPlane* Get() { return m_tested.Get(); }

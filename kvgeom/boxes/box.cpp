@@ -37,7 +37,7 @@ bool IsReversedOnSomeAxis(const GBox& box, double t) {
            IsReversed(box.m_low.m_z, box.m_high.m_z, t);
 }
 
-// From so many points on, vectors pay.
+// From this number of points on, vector code is faster.
 constexpr unsigned long kManyPoints = 24;
 
 bool IsOutside(double value, double low, double high, double t) {

@@ -22,8 +22,8 @@ struct Remainder {
     void Add(const GPosition& p) { points[count++] = p; }
 };
 
-// Adds the crossings of the three edges that leave a corner in front of the plane; so each crossing
-// is found from its edge's end in front.
+// Adds the crossings of the three edges that leave a corner in front of the plane. So each crossing
+// is computed from the end of its edge that lies in front.
 void AddCrossings(const GBox& box, const GPosition& corner, double distance,
                   const GUnitVector& normal, double half_tolerance, Remainder& remainder) {
     for (unsigned axis = 0; axis < kEdgesOfCorner; ++axis) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// Boxes in lanes.
+// Several boxes side by side, a box in each lane.
 
 #include <kvgeom/boxes/box.h>
 #include <kvgeom/vectors/triples.h>
@@ -14,7 +14,7 @@ struct Corners {
     Triples high;
 };
 
-// Low and high corners take turns in an array of boxes.
+// In an array of boxes, low and high corners alternate.
 inline Corners LoadCorners(const double* from) {
     const Triples p = LoadTriples(from);
     const Triples q = LoadTriples(from + 3 * kLanes);

@@ -55,7 +55,8 @@ GBox MapExtremes(const GBox& box, const GMatrix& matrix) {
     return {{x.low, y.low, z.low}, {x.high, y.high, z.high}};
 }
 
-// In the row form. A weight of exactly 1 changes nothing, so an affine matrix takes the short way.
+// In the row form. An affine matrix gives every finite corner the weight 1, and a division by 1
+// changes nothing; so it can be mapped by its extremes.
 GBox MapHomogeneous(const G4x4& a, const GBox& box) {
     if (IsExactlyAffine(a) && IsFinite(box)) {
         const auto& m = a.m_matrix;

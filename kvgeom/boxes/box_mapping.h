@@ -22,6 +22,6 @@ KVGEOM_API GBox operator*(const GBox& box, const GTransf& t);
 KVGEOM_API GBox operator*(const GTransf& t, const GBox& box);
 
 /// Maps the corners in the homogeneous column form, p * a; or in the row form, a * p; with the
-/// messages of these operators (points/mapping.h).
+/// messages of these operators (maps/mapping.h).
 KVGEOM_API GBox operator*(const GBox& box, const G4x4& a);
 KVGEOM_API GBox operator*(const G4x4& a, const GBox& box);

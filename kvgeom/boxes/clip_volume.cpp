@@ -38,7 +38,7 @@ GVector Normal(const double (&plane)[4]) {
     return {plane[0], plane[1], plane[2]};
 }
 
-// Divides a plane by the length of its normal. One without a normal is no plane: it stays as it is.
+// Divides a plane by the length of its normal. A plane with a zero normal stays as it is.
 void Normalise(double (&plane)[4]) {
     const GVector normal = Normal(plane);
     const double squared_length = normal % normal;
@@ -60,8 +60,9 @@ double SignedDistance(const double (&plane)[4], const GPosition& p) {
     return u % (p + plane[3] * u);
 }
 
-// 1 unless the chosen corner lies outside some plane by more than the distance tolerance. Planes
-// are normalised when their turn comes: most boxes lie outside of one of the first.
+// 1 unless the chosen corner lies outside some plane by more than the distance tolerance. Each
+// plane is normalised just before it is used: most boxes lie outside of one of the first planes,
+// and the others are not needed.
 template <class Choice>
 int HoldsChosenCorners(const GClipVolume& volume, Choice choose_corner) {
     const double tol = DistanceTolerance();

@@ -6,7 +6,7 @@
 namespace kvgeom::detail {
 
 constexpr int kMostPlanes = 6;
-// As many triples as six planes have.
+// The number of triples of six planes.
 constexpr int kMostVertices = 20;
 
 // The number of planes that a record really has, whatever its count says.

@@ -12,7 +12,7 @@ inline GPosition FurthestCorner(const GBox& box, const GVector& direction) {
             direction.m_z > 0 ? box.m_high.m_z : box.m_low.m_z};
 }
 
-// The corner opposite to it.
+// The opposite corner.
 inline GPosition NearestCorner(const GBox& box, const GVector& direction) {
     return FurthestCorner({box.m_high, box.m_low}, direction);
 }

@@ -2,8 +2,8 @@
 #pragma once
 
 // The vector code behind the calls that map, test and unite many boxes, and that test many points
-// against boxes and planes, compiled once for each kind of processor. What a kernel leaves to the
-// single operation it calls itself, element by element and in order.
+// against boxes and planes, compiled once for each kind of processor. What it can't
+// decide or compute, it hands to the single operation, element by element and in order.
 
 #include <kvgeom/boxes/box.h>
 #include <kvgeom/maps/g4x4.h>
@@ -19,7 +19,7 @@ struct TestedPlane {
     GVector normal;
     GVector offset;
     double normal_offset;  // normal % offset
-    // Of a box, whether the high side is the one that is looked at.
+    // For each axis, whether the tested corner of a box lies on the high side.
     bool looks_high[3];
 };
 
@@ -30,11 +30,11 @@ struct BoxKernels {
 
     unsigned long (*box_and_boxes)(const GBox&, double tol, const GBox*, unsigned long,
                                    unsigned char*);
-    // By a box that is already enlarged by the tolerance.
+    // The first box is already enlarged by the tolerance.
     unsigned long (*box_holds_boxes)(const GBox&, const GBox*, unsigned long, unsigned char*);
     unsigned long (*box_holds_positions)(const GBox&, const GPosition*, unsigned long,
                                          unsigned char*);
-    // 1 unless the side that is looked at lies outside of some plane.
+    // 1 unless the tested corner lies outside of some plane.
     unsigned long (*planes_and_boxes)(const TestedPlane*, unsigned long planes, double limit,
                                       const GBox*, unsigned long, unsigned char*);
     unsigned long (*planes_hold_positions)(const TestedPlane*, unsigned long planes,

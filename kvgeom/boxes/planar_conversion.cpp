@@ -8,7 +8,7 @@
 
 using namespace kvgeom::detail;
 
-// The corners are taken by themselves: one message tells of both.
+// Both corners are looked at here, so that one message tells of both.
 GBox2d GBox::Convert2d() const {
     const double dist = DistanceTolerance();
     if (std::fabs(m_low.m_z) > dist || std::fabs(m_high.m_z) > dist) {

@@ -14,13 +14,14 @@ namespace {
 
 constexpr int kLevelThatLogs = 2;
 
-// Created with 0, so that nothing is logged until someone asks for it. The first call of the
-// process decides, so the default of later ones never counts.
+// The value is created with 0, so that nothing is logged until someone asks for it. The first call
+// in the process decides; the defaults of later calls don't count.
 int LogLevel() {
     return ReadOrCreateRegEntry("ValidateReleaseMath", 0);
 }
 
-// Handed to the stream in one piece; the log's streams don't buffer, so that it is one write.
+// The line is handed to the stream in one piece. The streams of the log don't buffer, so that
+// becomes one write.
 void WriteLine(std::FILE* stream, const char* message) {
     constexpr char kMark[] = "#~# ";
     constexpr std::size_t kMarkLength = sizeof kMark - 1;
@@ -48,7 +49,7 @@ void WriteLineToLog(const char* message) {
     std::FILE* const log = OpenLog();
     if (log == nullptr) {
         WriteLine(stderr, message);
-        std::fflush(stderr);  // which not every runtime library leaves without a buffer
+        std::fflush(stderr);  // some runtime libraries buffer it
         return;
     }
     {

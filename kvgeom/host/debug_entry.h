@@ -3,7 +3,7 @@
 
 namespace kvgeom::detail {
 
-// What CheckDebugRegEntryCoreMath does, for the library's own use: one cached result for all names.
+// CheckDebugRegEntryCoreMath for the library's own use. All names share one cached result.
 int ReadOrCreateRegEntry(const char* name, int default_value);
 
 }  // namespace kvgeom::detail

@@ -7,7 +7,8 @@
 namespace kvgeom::detail {
 namespace {
 
-// A switch with the value's name, what the first byte of the data means, and what holds without it.
+// A switch: the name of its value, what the first byte of the data means, and the result where
+// there are no data.
 class Switch {
   public:
     constexpr Switch(const char* name, int (*meaning)(unsigned char), int default_result)

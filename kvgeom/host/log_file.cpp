@@ -14,8 +14,9 @@ constexpr char kLogName[] = "math_assert_release.log";
 
 #if defined(_WIN32)
 
-// The runtime library of Windows appends in two steps, to the end and then write, and would lose
-// lines; a file opened for nothing but appending does it in one. To be locked it must be readable.
+// The runtime library of Windows appends in two steps, first to the end of the file and then the
+// write, and another process may write in between. A file that is opened for nothing but appending
+// does it in one step. It is also opened for reading, because only then can it be locked.
 std::FILE* OpenForAppending() {
     const HANDLE handle = CreateFileA(kLogName, FILE_APPEND_DATA | GENERIC_READ | SYNCHRONIZE,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
@@ -35,7 +36,7 @@ std::FILE* OpenForAppending() {
     return file;
 }
 
-// A byte that no log reaches: Windows keeps others from reading what is locked.
+// A byte far beyond the end of any log: others can't read a locked byte on Windows.
 OVERLAPPED LockedByte() {
     OVERLAPPED position = {};
     position.OffsetHigh = 0x7FFFFFFF;
@@ -63,7 +64,7 @@ std::FILE* OpenForAppending() {
     return std::fopen(kLogName, "a");
 }
 
-// The system appends in one piece what it is handed in one piece.
+// The system appends in one piece what it gets in one piece, so no lock is needed.
 void Lock(std::FILE*) {}
 void Unlock(std::FILE*) {}
 

@@ -6,11 +6,11 @@
 namespace kvgeom::detail {
 
 // Opens the assertion log for appending, created where it is missing. Null when that fails. The
-// stream doesn't buffer: what is handed to it in one piece reaches the end of the file in one
-// piece, whatever other processes append at the same time; long lines on Windows only in a turn.
+// stream doesn't buffer: what it gets in one piece reaches the end of the file in one piece, even
+// while other processes append. On Windows, long lines need a LogTurn for that.
 std::FILE* OpenLog();
 
-// While it lives, no other process of the library has its turn at the log.
+// While it lives, other processes that use this library wait before they write to the log.
 class LogTurn {
   public:
     explicit LogTurn(std::FILE* log);

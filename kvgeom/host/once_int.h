@@ -7,8 +7,8 @@
 
 namespace kvgeom::detail {
 
-// An int that is computed at its first use. Of threads that come first at the same time each may
-// compute it; the first to store decides for all, and so does one that sets it meanwhile.
+// An int that is computed at its first use. Several threads may compute it at the same time; the
+// first to store, or one that calls Set meanwhile, decides for all.
 class OnceInt {
   public:
     template <class Compute>
@@ -26,7 +26,7 @@ class OnceInt {
     void Reset() { m_state.store(kUnset, std::memory_order_relaxed); }
 
   private:
-    // No int.
+    // A state that is no int.
     static constexpr std::int64_t kUnset = std::numeric_limits<std::int64_t>::min();
 
     std::atomic<std::int64_t> m_state{kUnset};

@@ -10,8 +10,8 @@ namespace {
 constinit std::atomic<int> g_validate{1};
 constinit std::atomic<int> g_valid_level{0};
 
-// The identifiers with a flag of their own, in the order of their flags from the second on; the
-// first serves all others.
+// The identifiers that have a flag of their own, in the order of their flags. These begin at the
+// second; the first flag serves all other identifiers.
 constexpr std::array<unsigned char, 29> kOwnFlags = {
     3,  4,  12,  14,  15,  16,  23,  24,  25,  27,  29,  30,  31,  32, 33,
     40, 50, 103, 104, 105, 112, 115, 116, 125, 127, 140, 145, 150, 151};

@@ -3,8 +3,8 @@
 
 namespace kvgeom::detail {
 
-// The first argument stays unless the second is strictly beyond it: so it is for equal values,
-// zeros of both signs and NaN alike, and so one compare-and-select instruction does it.
+// The first argument is the result unless the second is strictly beyond it. That holds for equal
+// values, zeros of both signs and NaN alike, and it is what one instruction of the processor does.
 
 inline double Smaller(double a, double b) {
     return b < a ? b : a;

@@ -5,8 +5,8 @@
 
 namespace kvgeom::detail {
 
-// What the validity checks of planar records find. Silent but in a build that is meant to find
-// faults: the callers' code was written against checks that are silent.
+// Tells what a validity check of a planar record finds, in builds that are made to find faults
+// (KVGEOM_DIAGNOSTICS). In all others these checks are silent and cost nothing.
 inline void ReportPlanar([[maybe_unused]] const char* message) {
 #if defined(KVGEOM_DIAGNOSTICS)
     Gassert_debug(message);

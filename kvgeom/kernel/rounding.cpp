@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int kMostTextDigits = 9;
-// A sign, the digits of DBL_MAX before the point, the point and the decimals.
+// Room for a sign, the digits of DBL_MAX before the point, the point and the decimals.
 constexpr int kLongestText = 1 + (DBL_MAX_10_EXP + 1) + 1 + kMostTextDigits;
 
 // 10^exponent by repeated squaring, least significant bit first.
@@ -25,7 +25,7 @@ double PowerOfTen(unsigned int exponent) {
 
 double Round(double value, int digits) {
     const bool to_decimals = digits >= 0;
-    // Negated as unsigned: the magnitude of INT_MIN is no int.
+    // Negated as unsigned, because the magnitude of INT_MIN is no int.
     const unsigned int magnitude =
         to_decimals ? static_cast<unsigned int>(digits) : 0U - static_cast<unsigned int>(digits);
     const double power = to_decimals ? PowerOfTen(magnitude) : 1 / PowerOfTen(magnitude);

@@ -5,9 +5,9 @@
 
 namespace kvgeom::detail {
 
-// The nearest double to the square root. MinGW's C library rounds it twice, to 80 bits and then to
-// 64, which is off by an ulp now and then, and a compiler that doesn't optimise calls it; with
-// -fno-math-errno, the built-in function is the processor's instruction in any case.
+// The double nearest to the square root. MinGW's C library rounds twice, to 80 bits and then to 64,
+// and is now and then off by an ulp; a compiler that doesn't optimise would call it. With
+// -fno-math-errno, the built-in function is always the processor's instruction.
 inline double SquareRoot(double x) {
 #if defined(__GNUC__)
     return __builtin_sqrt(x);

@@ -5,7 +5,7 @@
 
 namespace kvgeom::detail {
 
-// Relaxed atomics: a read is one plain load, and no ordering between the three is promised.
+// Relaxed atomics: a read is one plain load. No order between the three is promised.
 extern std::atomic<double> g_distance_tolerance;
 extern std::atomic<double> g_relative_tolerance;
 extern std::atomic<double> g_fit_tolerance;

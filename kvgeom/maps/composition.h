@@ -5,7 +5,8 @@
 
 namespace kvgeom::detail {
 
-// The composition a, then b. Where both rotate, the angles of the product tell whether they cancel.
+// The composition: a first, then b. Where both rotate, the angles of the composed matrix tell
+// whether they cancel each other.
 GTransf ComposedByAngles(const GTransf& a, const GTransf& b);
 
 }  // namespace kvgeom::detail

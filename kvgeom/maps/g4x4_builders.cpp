@@ -19,7 +19,7 @@ G4x4 Scaling(const GVector& s, const GVector& translation) {
              translation.m_x, translation.m_y, translation.m_z, 1}};
 }
 
-// Reports what is wrong with the axis and with the pair; false when the pair belongs to no angle.
+// Passes the messages about the axis and the pair. False when no angle has this cosine and sine.
 bool CheckRotation(double cosine, double sine, const GUnitVector& axis, long* err) {
     *err = kSuccess;
     Gassert_valid(axis);

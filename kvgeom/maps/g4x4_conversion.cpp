@@ -58,8 +58,8 @@ bool HasAngleFrom(const GTransf& t, double tol) {
 
 }  // namespace
 
-// Every test is written so that NaN fails it: with 0 comes a sound linear part and scaling. The
-// translation is copied untested.
+// Every test is written so that NaN fails it: where 0 is returned, the linear part and the scaling
+// are numbers. The translation is copied without a test.
 long ConvertG4x4ToGTransf(const G4x4& g, GTransf& t) {
     const double tol = RelativeTolerance();
     G4x4 affine = g;
@@ -84,7 +84,7 @@ long ConvertG4x4ToGTransf(const G4x4& g, GTransf& t) {
         long err;
         MakeOrthogonal(matrix, matrix, &err);
     }
-    // What shear was too large for the one step shows here.
+    // A shear that was too large for the one step is found here.
     if (!HasUnitDeterminant(matrix, tol)) {
         return kPreconditionFailed;
     }

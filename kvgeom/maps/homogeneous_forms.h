@@ -13,7 +13,8 @@ namespace kvgeom::detail {
 
 enum class Form { kRow, kColumn };
 
-// The element in row i, column j of a for the row form, of a transposed for the column form.
+// The element in row i and column j: of a itself for the row form, of the transposed matrix for the
+// column form.
 template <Form form>
 double Element(const G4x4& a, int i, int j) {
     return form == Form::kRow ? a.m_matrix[4 * i + j] : a.m_matrix[4 * j + i];

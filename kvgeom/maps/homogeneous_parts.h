@@ -14,7 +14,7 @@ inline GMatrix LinearBlock(const G4x4& g) {
     return {{{m[0], m[1], m[2]}, {m[4], m[5], m[6]}, {m[8], m[9], m[10]}}};
 }
 
-// Whether the weight of every finite point is exactly 1, and division by it changes nothing.
+// Whether every finite point gets the weight 1 exactly, by which nothing need be divided.
 inline bool IsExactlyAffine(const G4x4& g) {
     const auto& m = g.m_matrix;
     return m[3] == 0.0 && m[7] == 0.0 && m[11] == 0.0 && m[15] == 1.0;

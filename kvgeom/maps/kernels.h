@@ -2,7 +2,7 @@
 #pragma once
 
 // The vector code behind the calls that map, compose and invert many records, compiled once for
-// each kind of processor. What a kernel leaves to the single operation it calls itself, element by
+// each kind of processor. What it can't compute, it hands to the single operation, element by
 // element and in order.
 
 #include <kvgeom/maps/g4x4.h>
@@ -18,7 +18,7 @@ namespace kvgeom::detail {
 struct MapKernels {
     void (*map_positions_by_matrix)(const GMatrix&, const GPosition*, unsigned long, GPosition*);
     void (*map_positions_by_transf)(const GTransf&, const GPosition*, unsigned long, GPosition*);
-    // By an affine map, and by any.
+    // By an affine matrix, and by any.
     void (*map_positions_by_affine_4x4)(const G4x4&, const GPosition*, unsigned long, GPosition*);
     void (*map_positions_by_4x4)(const G4x4&, const GPosition*, unsigned long, GPosition*);
     void (*map_vectors_by_transf)(const GTransf&, const GVector*, unsigned long, GVector*);
@@ -31,7 +31,7 @@ struct MapKernels {
     void (*compose_transfs)(const GTransf*, const GTransf*, double angle_factor, unsigned long,
                             GTransf*);
     void (*compose_4x4s)(const G4x4*, const G4x4*, unsigned long, G4x4*);
-    // One alone; false when it is singular, and then the result is undefined.
+    // A single matrix. False when it is singular; the result is then undefined.
     bool (*invert_4x4)(const G4x4&, G4x4& result);
     void (*invert_4x4s)(const G4x4*, unsigned long, G4x4*);
 

@@ -10,7 +10,7 @@
 namespace kvgeom::detail {
 namespace {
 
-// Three rows of three, of whichever map.
+// The linear part of any map: three rows of three.
 struct LinearRows {
     double m[3][3];
 };
@@ -46,7 +46,7 @@ inline Triples Moved(const Triples& p, const G4x4& a) {
     return Moved(p, a.m_matrix[12], a.m_matrix[13], a.m_matrix[14]);
 }
 
-// Each group of records through a map of lanes.
+// Maps the records group by group, by a map of lanes.
 template <class Record, class Map>
 void MapGroups(const Record* records, unsigned long count, Record* images, Map map) {
     const bool streams = ShallStream(records, count, images);
@@ -58,7 +58,7 @@ void MapGroups(const Record* records, unsigned long count, Record* images, Map m
     EndStreaming();
 }
 
-// Not inlined into kernels, which shall not grow by what is rarely needed.
+// Not inlined: it is rarely needed, and would make the loops larger.
 template <class Record, class Map>
 [[gnu::noinline]] void MapEach(const Record* records, unsigned n, Record* images, const Map& map) {
     for (unsigned i = 0; i < n; ++i) {
@@ -68,8 +68,8 @@ template <class Record, class Map>
     }
 }
 
-// The same where the map of lanes may refuse some: then the single operation takes the group's
-// elements one by one.
+// The same for a map of lanes that may refuse some elements: then the single operation maps all of
+// that group, one by one.
 template <class Record, class LanesMap, class Map>
 void MapGroupsOrEach(const Record* records, unsigned long count, Record* images, LanesMap lanes_map,
                      const Map& map) {

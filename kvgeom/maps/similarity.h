@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// What the transformations of space and of the plane do alike, to the words of the message.
+// What transformations of space and of the plane have in common, down to the words of the message.
 
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
@@ -34,8 +34,8 @@ Transformation InverseOf(const Transformation& t) {
     return result;
 }
 
-// The composition, a first, then b. Two rotations may cancel, one alone can't: whether they do is
-// asked of the composed matrix.
+// The composition: a first, then b. Two rotations may cancel each other, and the composed matrix
+// tells whether they do; a single one always stays.
 template <class Transformation, class HasAngle>
 Transformation Composed(const Transformation& a, const Transformation& b, HasAngle has_angle) {
     Transformation result;

@@ -20,7 +20,7 @@ GTransf2d ReflectionRecord(const GMatrix2d& m, const GVector2d& translation) {
     return BuildTransf2d(m, translation, 1, 0, 1, 0);
 }
 
-// The translation after m that keeps p where it is.
+// The translation that, after m, brings p back to where it was.
 GVector2d TranslationThatKeeps(const GPosition2d& p, const GMatrix2d& m) {
     return p - RowForm(p, m);
 }

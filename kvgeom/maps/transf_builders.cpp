@@ -25,7 +25,7 @@ GTransf ReflectionRecord(const GMatrix& m, const GVector& translation) {
     return BuildTransf(m, translation, 1, 0, 1, 0);
 }
 
-// The translation after m that keeps p where it is.
+// The translation that, after m, brings p back to where it was.
 GVector TranslationThatKeeps(const GPosition& p, const GMatrix& m) {
     return p - RowForm(p, m);
 }

@@ -9,6 +9,6 @@ void GTransfHealer(const GTransf& in, GTransf& out, int* healed, long* err) {
     MakeOrthogonalIt(in.m_matrix, result.m_matrix, err);
     *healed = *err == kSuccess ? 1 : 0;
     *err = kSuccess;
-    // Without success the matrix is in's.
+    // Where that failed, the matrix is that of `in`.
     out = result;
 }

@@ -5,7 +5,7 @@
 
 namespace kvgeom::detail {
 
-// What a component divided by a near-zero number becomes, whatever the number's sign.
+// The quotient of a component and a near-zero number, whatever the sign of that number.
 inline double DividedByNearZero(double component) {
     return component > 0 ? kUnbounded : -kUnbounded;
 }

@@ -15,8 +15,8 @@ using namespace kvgeom::detail;
 
 namespace {
 
-// Normalises (x, y, z) into result. False, with the message passed and result (0, 0, 0), for a
-// length of null_length or less, or of 0.
+// Normalises (x, y, z). A length of 0, or of null_length or less, passes the message, makes the
+// result (0, 0, 0) and returns false.
 bool Normalise(double x, double y, double z, double null_length, GUnitVector& result) {
     const double squared_length = x * x + y * y + z * z;
     if (kUnitBandLow <= squared_length && squared_length <= kUnitBandHigh) {

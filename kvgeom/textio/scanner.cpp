@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/textio/scanner.h>
 
-// The C header, for it declares what systems add to it.
+// The C header declares what the system adds to the standard.
 #include <locale.h>
 
 #ifdef _WIN32
@@ -23,7 +23,9 @@ LocaleScanner FindLocaleScanner() {
 #if defined(_WIN64) || !defined(__MINGW32__)
     return _fscanf_l;
 #else
-    // MinGW's import library for 32 bits leaves it out. Null on a system that lacks it.
+    // Looked up at run time, because MinGW's import library for 32 bits lacks it. Null where the
+    // system
+    // lacks it, too.
     const HMODULE c_library = GetModuleHandleA("msvcrt.dll");
     return reinterpret_cast<LocaleScanner>(
         reinterpret_cast<void*>(GetProcAddress(c_library, "_fscanf_l")));

@@ -79,7 +79,7 @@ void TextOutput::NotFinite(double value, std::size_t width) {
     m_end = std::copy(text.begin(), text.end(), m_end);
 }
 
-// Needs no padding: a finite number is always as long as its field, or longer.
+// A finite number always fills its field, so it needs no padding.
 void TextOutput::Finite(double value, std::chars_format format, std::size_t longest) {
     Reserve(longest);
     m_end = std::to_chars(m_end, m_end + longest, value, format, kDecimals).ptr;

@@ -9,7 +9,7 @@ using namespace kvgeom::detail;
 
 namespace {
 
-// The label as it stands before the first number; the others follow after a space each.
+// The label stands before the first number; a space comes before each of the others.
 template <class... Doubles>
 void Line(TextOutput& out, std::string_view label, double first, Doubles... others) {
     out.Text(label);
@@ -52,7 +52,7 @@ void WriteScalingAndFlags(TextOutput& out, const Transformation& t) {
     CountLine(out, " hasShe: ", t.m_hasShear);
 }
 
-// The writers of those records that are parts of others.
+// Writers of records that are parts of other records.
 
 void Write(TextOutput& out, const GMatrix& r) {
     out.Text("GMatrix (in rows):\n");

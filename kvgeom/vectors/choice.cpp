@@ -26,11 +26,11 @@ Processor ThisProcessor() {
 #endif
 }
 
-// sysconf would add up the caches of all cores.
+// The largest cache, in bytes; 0 where it isn't known. (sysconf adds up the caches of all cores.)
 double LargestCache() {
     double largest = 0;
 #if defined(__x86_64__) || defined(__i386__)
-    // Intel and AMD describe their caches in the same form, each at a leaf of its own.
+    // Intel and AMD describe their caches in the same form, but under different numbers.
     for (const unsigned leaf : {4U, 0x8000001DU}) {
         constexpr unsigned kMostCaches = 16;
         unsigned eax;

@@ -10,7 +10,7 @@ namespace kvgeom::detail {
 // and FMA, and for those with AVX-512 (F, DQ, VL). Some platforms have the first alone.
 enum class Vectors { kBaseline, kAvx2, kAvx512 };
 
-// What a processor, and the system that keeps its registers, can do.
+// What the processor can do, as far as the operating system lets it.
 struct Processor {
     bool avx2;
     bool fma;
@@ -23,23 +23,24 @@ struct Processor {
 // avx512; null: any), if it runs them, else the baseline.
 Vectors ChooseVectors(const Processor& processor, const char* wanted);
 
-// x86 processors list their caches by CPUID ("deterministic cache parameters"), four registers each.
-// Whether eax describes a cache at all: the first that doesn't ends the list.
+// x86 processors list their caches by CPUID ("deterministic cache parameters"), four registers
+// each. Whether eax describes a cache at all: the first that doesn't ends the list.
 bool IsCache(unsigned eax);
 // The size in bytes of the cache that ebx and ecx describe.
 double CacheSize(unsigned ebx, unsigned ecx);
 
-// The size to go by: what is wanted, in bytes, if that is a number above 0, else what the processor
-// tells, else, where it tells 0, a usual one.
+// The size of the cache in bytes: the wanted one, if that is a finite number above 0; else the one
+// that the processor tells; else, if that is 0, a usual one.
 double ChooseCacheSize(double largest_cache, const char* wanted);
 
-// Chosen by the environment variables KVGEOM_VECTORS and KVGEOM_CACHE and by the processor. Before
-// the library is loaded, the baseline and the usual size.
+// Chosen when the library is loaded, by the processor and the environment variables KVGEOM_VECTORS
+// and KVGEOM_CACHE. Until then, the baseline and the usual size.
 extern Vectors g_vectors;
-// Of the largest cache that a core has for itself or shares, in bytes.
+// In bytes, of the largest cache that a core has for itself or shares with others.
 extern double g_cache_size;
 
-// The table of functions for the chosen vectors, of three that are members of their own type.
+// The functions for the chosen vectors. Kernels is a table of functions with one static member of
+// its own type for each kind of vectors.
 template <class Kernels>
 const Kernels& Chosen() {
 #if defined(KVGEOM_HAS_DISPATCH)

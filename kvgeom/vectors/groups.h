@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// Arrays of records, a group of them at a time: as many as there are lanes, or a multiple.
+// Loops over arrays of records, a group at a time: as many records as there are lanes, or a
+// multiple of that.
 
 #include <kvgeom/vectors/choice.h>
 #include <kvgeom/vectors/count_ones.h>
@@ -15,8 +16,8 @@ bool IsAligned(const Record* record) {
     return reinterpret_cast<unsigned long long>(record) % sizeof(Lanes) == 0;
 }
 
-// How many records come before one where a vector is aligned, if there is one: vectors that begin
-// elsewhere may cross a cache line each, and then take twice the time.
+// How many records come before the first one whose address is aligned as vectors are; 0 if there is
+// none. A vector that isn't aligned may cross a cache line, which takes twice the time.
 template <class Record>
 unsigned CountUnaligned(const Record* records) {
     const auto address = reinterpret_cast<unsigned long long>(records);
@@ -28,8 +29,9 @@ unsigned CountUnaligned(const Record* records) {
     return 0;
 }
 
-// Whether results that go elsewhere are so many that the caches would only read, keep and write
-// back what nobody asks for.
+// Whether to stream the results past the caches: they don't overwrite the records, and there are
+// more of both than the caches hold. Stored through the caches, the memory that they overwrite
+// would be read first.
 template <class Record>
 bool ShallStream(const Record* in, unsigned long count, const Record* out) {
     const bool is_apart = out + count <= in || in + count <= out;
@@ -39,8 +41,7 @@ bool ShallStream(const Record* in, unsigned long count, const Record* out) {
            static_cast<double>(count) * 2 * sizeof(Record) > g_cache_size;
 }
 
-// Fewer elements than there are lanes: a group made of them and of as many of the first as it
-// takes.
+// Fewer elements than a group has: the rest of the group is filled with copies of the first one.
 template <unsigned size, class Record, class Out, class Group, class Each>
 [[gnu::noinline]] void ForPartOfGroup(const Record* in, unsigned n, Out* out, Group group,
                                       Each each) {
@@ -56,12 +57,12 @@ template <unsigned size, class Record, class Out, class Group, class Each>
     }
 }
 
-// Makes one result of each element, of `size` elements at a time: either group(in, out) makes the
-// results of all of these and returns true, or, where it returns false, each(in, n, out) makes them
-// one by one. Elements have their turn in order, groups begin where
-// vectors of the aligned array are aligned, if that pays, and out may be in.
+// Computes a result for each element, `size` elements at a time. group(in, out) computes the
+// results of a whole group and returns true; where it returns false, each(in, n, out) computes them
+// one by one. Elements are taken in their order, and out may be in. In a long array, groups begin
+// where vectors of the array `aligned` are aligned.
 //
-// The loop over groups has no calls in it: they would cost it all its registers.
+// The inner loop contains no calls, because every call would make it save and load its registers.
 template <unsigned size = kFull, class Record, class Out, class Aligned, class Group, class Each>
 void ForGroups(const Record* in, unsigned long count, Out* out, const Aligned* aligned, Group group,
                Each each) {
@@ -89,7 +90,7 @@ void ForGroups(const Record* in, unsigned long count, Out* out, const Aligned* a
     }
 }
 
-// The answers of a test of lanes for each record, and the number of those that pass.
+// Tests the records group by group, by a test of lanes. Returns how many pass.
 template <class Record, class Test>
 unsigned long TestGroups(const Record* records, unsigned long count, unsigned char* answers,
                          Test test) {

@@ -22,17 +22,17 @@ constexpr int kLanes = 2;
 #endif
 
 typedef double Lanes __attribute__((vector_size(kLanes * sizeof(double))));
-// Of each lane all bits or none, as comparisons give it.
+// In each lane all bits are set, or none: the result of a comparison.
 typedef decltype(Lanes() < Lanes()) Mask;
 
-// As many elements as there are lanes, or fewer at the end of an array.
+// The number of elements of a full group.
 constexpr unsigned kFull = kLanes;
 
 inline Lanes All(double x) {
     return x - Lanes{};
 }
 
-// As Smaller and Larger of the kernel.
+// As the functions of the same names in extremes.h.
 inline Lanes Smaller(Lanes a, Lanes b) {
     return b < a ? b : a;
 }
@@ -110,8 +110,8 @@ inline unsigned BitsFinite(Lanes x) {
 #endif
 }
 
-// a * b + c, rounded once or twice, as the processor does it best: for what an error bound covers,
-// and never for a number that is given out.
+// a * b + c, rounded once or twice, whichever the processor does fastest. Only for numbers that an
+// error bound covers, never for a result.
 inline Lanes MultiplyAdd(Lanes a, Lanes b, Lanes c) {
 #if defined(__AVX512F__)
     return _mm512_fmadd_pd(a, b, c);
@@ -125,7 +125,7 @@ inline Lanes MultiplyAdd(Lanes a, Lanes b, Lanes c) {
 inline Lanes LoadLanes(const double* from) {
     Lanes result;
     __builtin_memcpy(&result, from, sizeof result);
-    // Into a register: GCC would rather load it again for each use.
+    // Keeps it in a register; GCC would load it again for each use.
 #if defined(__AVX512F__)
     __asm__("" : "+v"(result));
 #elif defined(__SSE2__)
@@ -138,7 +138,7 @@ inline void StoreLanes(double* to, Lanes x) {
     __builtin_memcpy(to, &x, sizeof x);
 }
 
-// Past the caches, to where a vector is aligned.
+// Stores past the caches, at an aligned address.
 inline void StreamLanes(double* to, Lanes x) {
 #if defined(__AVX512F__)
     _mm512_stream_pd(to, x);
@@ -151,7 +151,7 @@ inline void StreamLanes(double* to, Lanes x) {
 #endif
 }
 
-// After streaming, so that what is stored later isn't seen earlier.
+// Makes streamed results visible to other threads before whatever is stored later.
 inline void EndStreaming() {
 #if defined(__SSE2__)
     _mm_sfence();
@@ -160,7 +160,8 @@ inline void EndStreaming() {
 
 // Writes the bits of kLanes answers as bytes.
 inline void StoreBits(unsigned char* answers, unsigned bits) {
-    // Bit i stays in byte i of eight copies, and its carry out of 7 bits is the answer.
+    // Byte i of eight copies keeps bit i alone. Adding 127 carries into the byte's top bit unless
+    // it is 0.
     const unsigned long long copies = (bits & 0xFFU) * 0x0101010101010101ULL;
     const unsigned long long chosen = copies & 0x8040201008040201ULL;
     const unsigned long long bytes = (chosen + 0x7F7F7F7F7F7F7F7FULL) >> 7U & 0x0101010101010101ULL;

@@ -8,7 +8,7 @@
 namespace kvgeom::detail {
 namespace {
 
-// In as many vectors as they take.
+// One vector of four, or two of two.
 constexpr int kPartLanes = kLanes > 4 ? 4 : kLanes;
 constexpr int kParts = 4 / kPartLanes;
 typedef double RowPart __attribute__((vector_size(kPartLanes * sizeof(double))));
@@ -65,7 +65,7 @@ inline RowOfFour Magnitude(const RowOfFour& x) {
     return result;
 }
 
-// As Larger of the kernel.
+// As Larger of extremes.h.
 inline RowOfFour Larger(const RowOfFour& x, const RowOfFour& y) {
     RowOfFour result;
     for (int i = 0; i < kParts; ++i) {
@@ -74,7 +74,7 @@ inline RowOfFour Larger(const RowOfFour& x, const RowOfFour& y) {
     return result;
 }
 
-// Of numbers without NaN.
+// None of the numbers is NaN.
 inline double Largest(const RowOfFour& x) {
     const auto larger = [](double a, double b) { return b > a ? b : a; };
     const RowPart& first = x.parts[0];
@@ -82,7 +82,7 @@ inline double Largest(const RowOfFour& x) {
     return larger(larger(first[0], first[1]), larger(last[kPartLanes - 2], last[kPartLanes - 1]));
 }
 
-// Bit i: number i is the given one.
+// Bit i: number i equals the given one.
 inline unsigned BitsEqual(const RowOfFour& x, double number) {
 #if defined(__AVX2__)
     return static_cast<unsigned>(

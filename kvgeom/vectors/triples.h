@@ -17,7 +17,8 @@ struct Triples {
     Lanes z;
 };
 
-// Component k of kLanes triples: numbers k, k + 3, k + 6, ... of three vectors one after the other.
+// Component k of kLanes triples, which follow one another in the vectors a, b, c: numbers k, k + 3,
+// k + 6, ... of these.
 template <int k, int... lane>
 Lanes Component(Lanes a, Lanes b, Lanes c, std::integer_sequence<int, lane...>) {
     constexpr int kTwo = 2 * kLanes;
@@ -27,7 +28,7 @@ Lanes Component(Lanes a, Lanes b, Lanes c, std::integer_sequence<int, lane...>) 
                                    (3 * lane + k < kTwo ? lane : 3 * lane + k - kLanes)...);
 }
 
-// Vector k of the three that kLanes triples make.
+// The other way: vector k of the three that hold kLanes triples one after the other.
 template <int k, int... lane>
 Lanes Part(const Triples& t, std::integer_sequence<int, lane...>) {
     constexpr int kFirst = k * kLanes;
@@ -40,13 +41,13 @@ Lanes Part(const Triples& t, std::integer_sequence<int, lane...>) {
         x_and_y, t.z, ((kFirst + lane) % 3 == 2 ? kLanes + (kFirst + lane) / 3 : lane)...);
 }
 
-// The lanes of even and of odd numbers, of two vectors one after the other.
+// The even lanes (0) or the odd lanes (1) of two vectors, one after the other.
 template <int odd, int... lane>
 Lanes EverySecond(Lanes a, Lanes b, std::integer_sequence<int, lane...>) {
     return __builtin_shufflevector(a, b, (2 * lane + odd)...);
 }
 
-// Half of what two vectors give when their lanes take turns.
+// The first or the second half of two vectors' lanes in alternation: a0, b0, a1, b1, ...
 template <int half, int... lane>
 Lanes Interleaved(Lanes a, Lanes b, std::integer_sequence<int, lane...>) {
     return __builtin_shufflevector(a, b, (lane % 2 * kLanes + (half * kLanes + lane) / 2)...);

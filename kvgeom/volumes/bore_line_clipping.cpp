@@ -25,7 +25,7 @@ struct Slab {
     double d;
 };
 
-// Cuts the interval of t down to the slab. False when nothing of it is left.
+// Cuts the interval of t down to the slab. False when nothing is left of it.
 bool CutToSlab(Interval& t, const Slab& slab) {
     const double extent = slab.high - slab.low;
     const double u = (slab.p - slab.low) / extent;
@@ -60,7 +60,7 @@ int GBoreLine::ClipWPlane(double a, double b, double c, double d) {
     const GPosition plane_point = FromOrigin(-d * normal);
     const double front_distance = normal % (Evaluate(m_front) - plane_point);
     const double back_distance = normal % (Evaluate(m_back) - plane_point);
-    // A null normal has no side that could be kept, whatever d makes of the distances.
+    // A null normal has no side that could be kept, whatever d is.
     const bool has_side = normal.m_x != 0 || normal.m_y != 0 || normal.m_z != 0;
     if (!has_side || (front_distance < h && back_distance < h)) {
         m_front = 0.0;
@@ -72,8 +72,8 @@ int GBoreLine::ClipWPlane(double a, double b, double c, double d) {
     }
     const double slope = normal % m_direction;
     if (slope == 0.0) {
-        // Parallel to the plane: only by rounding do far ends seem to lie on different sides. The
-        // point decides for all.
+        // The line is parallel to the plane; rounding alone put its far ends on different sides.
+        // The point of the line decides.
         if (normal % (m_point - plane_point) >= h) {
             return 1;
         }

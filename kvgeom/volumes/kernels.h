@@ -2,8 +2,8 @@
 #pragma once
 
 // The vector code behind the calls that test many boxes or points against a bore line, compiled
-// once for each kind of processor. What a kernel leaves to the single operation it calls itself,
-// element by element and in order.
+// once for each kind of processor. What it can't decide, it hands to the single operation, element
+// by element and in order.
 
 #include <kvgeom/boxes/box.h>
 #include <kvgeom/vectors/choice.h>

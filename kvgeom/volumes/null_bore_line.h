@@ -5,7 +5,7 @@
 
 namespace kvgeom::detail {
 
-// Made anew at each use: its radius is the distance tolerance of the moment.
+// Not a constant: its radius is the distance tolerance at the time of the call.
 inline GBoreLine NullBoreLine() {
     return BuildBoreLine({0, 0, 0}, {1, 0, 0});
 }

@@ -18,7 +18,7 @@ constexpr unsigned long kMostFixedPoints = 100;
 
 constexpr GBox kZeroBox = {{0, 0, 0}, {0, 0, 0}};
 
-// True when the first and the last point are the same within the distance tolerance.
+// Whether the first and the last point are the same, to the distance tolerance.
 inline bool IsClosed(const GPosition* points, unsigned long count) {
     return !(GDistance(points[0], points[count - 1]) > DistanceTolerance());
 }
@@ -30,9 +30,9 @@ inline void CopyPoints(const GPosition* from, unsigned long count, GPosition* to
     }
 }
 
-// The box around the two images of each point: `both` writes the front one and the back one, or
-// returns false for a point whose images are nowhere: the box is then all of space, at once. The
-// zero box when there is no memory; a null array has no points.
+// The box around the two images of each point. both(point, front, back) writes them; where it
+// returns false, the point has no images, and the box is all of space. Without memory it is the
+// zero box. A null array has no points.
 template <class BothImages>
 GBox RangeOfImages(const GPosition* points, unsigned long count, BothImages both) {
     const unsigned long n = points == nullptr ? 0 : count;

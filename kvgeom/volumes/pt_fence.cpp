@@ -31,7 +31,7 @@ void GPtFence::FindPlanes(GPosition* planePoints, GUnitVector* planeNormals) con
     const GPosition first = m_points[0];
     const GVector turn = (m_points[1] - first) * (m_points[2] - m_points[1]);
     const bool is_positive = m_direction % turn > 0;
-    // The side planes first: the points may be written over those of the fence.
+    // The side planes come first, because the points may be written over those of the fence.
     GPosition previous = first;
     for (unsigned long i = 1; i < m_count; ++i) {
         const GPosition current = m_points[i];
@@ -52,7 +52,7 @@ int GPtFence::operator&&(const GBox& box) const {
         return 1;
     }
     const double tol = DistanceTolerance();
-    // A count that overflows here asks for no planes at all: memory that nobody has.
+    // A count that overflows here counts as memory that can't be had.
     const unsigned long planes = m_count + 1;
     Scratch<GPosition, kMostFixedPlanes> points(planes);
     Scratch<GUnitVector, kMostFixedPlanes> normals(planes);

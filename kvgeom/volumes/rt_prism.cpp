@@ -59,7 +59,7 @@ void BuildRtPrism(const GPosition* const pts, unsigned long num, GUnitVector nor
         Refuse("BuildRtPrism: f_depth < b_depth", err);
         return;
     }
-    // The edge as it was given: the points may be the prism's own, which move now.
+    // Taken before the points move, which may be the prism's own.
     const GPosition from = pts[0];
     const GPosition to = num > 1 ? pts[1] : from;
     GPosition* const points = prism.m_points;

@@ -7,8 +7,8 @@
 
 namespace kvgeom::detail {
 
-// Uninitialised room for the records of one call: within the object up to a fixed count, on the
-// heap beyond, given back in any case.
+// Uninitialised memory for the records of one call: within the object up to a fixed count, on the
+// heap beyond that.
 template <class Record, std::size_t fixed_count>
 class Scratch {
   public:

@@ -21,7 +21,7 @@ bool IsClosed(const GPosition* points, unsigned long count) {
     return points[0].IsEqual(points[count - 1]) != 0;
 }
 
-// Passes the message for each point whose depth is off the mean.
+// Passes the message for each point whose depth differs from the mean by more than the tolerance.
 template <class Depth>
 void CheckPlanarity(const GPosition* points, unsigned long count, double mean_depth, Depth depth,
                     const char* message) {
@@ -50,7 +50,8 @@ GPosition MeanPoint(const GPosition* points, unsigned long count) {
     return {sum.m_x / n, sum.m_y / n, sum.m_z / n};
 }
 
-// An eye between the planes would see the volume on both its sides.
+// Passes the message for an eye between the planes, which would see the volume on both of its
+// sides.
 void CheckEye(const GPosition& eye, const GPosition& reference, const GUnitVector& direction,
               double front, double back, const char* message) {
     const double dist = DistanceTolerance();
