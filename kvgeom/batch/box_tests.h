@@ -3,7 +3,8 @@
 
 // One volume against many boxes, one box against many: answers[i] is 1 or 0, what the single
 // operator gives for boxes[i], and the number of 1s is returned. Messages are passed as by calls
-// for one box after the other. Nothing is allocated for fences of up to 6 points.
+// for one box after the other. NaN is answered as there. For a count of 0 the arrays may be null.
+// Nothing is allocated for fences of up to 6 points.
 
 #include <kvgeom/boxes/box.h>
 #include <kvgeom/boxes/clip_volume.h>

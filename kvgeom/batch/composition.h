@@ -2,7 +2,8 @@
 #pragma once
 
 // Many transformations composed or inverted in one call, bit for bit and message for message as by
-// the single operations. The results may be written over the operands.
+// the single operations. The results may be written over the operands. For a count of 0 the
+// arrays may be null.
 
 #include <kvgeom/export.h>
 #include <kvgeom/maps/g4x4.h>

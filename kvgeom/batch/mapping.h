@@ -4,7 +4,8 @@
 // Many records mapped in one call. Each image is, bit for bit, what the single operator gives, and
 // messages are passed as by calls for one record after the other; what is the same for all of them
 // (a tolerance, the shape of the map) is looked at once. The images may be written over the records
-// themselves, but not over parts of them; no alignment is wanted, and nothing is allocated.
+// themselves, but not over parts of them; no alignment is wanted, and nothing is allocated. For a
+// count of 0 the arrays may be null.
 //
 // Points and vectors are rows (maps/mapping.h): the row forms are what every *= computes.
 

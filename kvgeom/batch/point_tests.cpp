@@ -6,7 +6,7 @@
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/volumes/kernels.h>
 
-#include <cstring>
+#include <algorithm>
 
 using namespace kvgeom::detail;
 
@@ -44,7 +44,7 @@ unsigned long ClassifyPositions(const GPtFence& fence, const GPosition* position
     FencePlanes planes(fence);
     if (planes.Count() != 0 && !planes.HaveRoom()) {
         Gassert_debug("PtFence: no memory");
-        std::memset(answers, 0, count);
+        std::fill_n(answers, count, static_cast<unsigned char>(0));
         return 0;
     }
     if (planes.Count() != 0) {

@@ -3,7 +3,7 @@
 
 // Where many points lie: answers[i] is what the single operation gives for positions[i], and the
 // number of 1s, of points inside, is returned. Messages are passed as by calls for one point after
-// the other.
+// the other. NaN is answered as there. For a count of 0 the arrays may be null.
 
 #include <kvgeom/boxes/box.h>
 #include <kvgeom/boxes/clip_volume.h>

@@ -8,5 +8,5 @@
 // boxes/box.h.
 
 /// The union of the boxes, one after the other by operator|: null boxes take no part, and without
-/// any other the result is the canonical null box.
+/// any other the result is the canonical null box. For a count of 0, boxes may be null.
 KVGEOM_API GBox UniteBoxes(const GBox* boxes, unsigned long count);

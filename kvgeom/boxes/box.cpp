@@ -141,7 +141,7 @@ GBox BuildBox(const GPosition& p, const GPosition& q) {
 GBox BuildBox(unsigned long count, GPosition* points) {
     if (count == 0) {
         Gassert_debug("GBox: can't build with 0 points");
-        return kNullBox;
+        return kGNullBox;
     }
     if (count >= kManyPoints) {
         return Chosen<BoxKernels>().box_of_positions(points, count);
@@ -164,7 +164,7 @@ GBox operator|(const GBox& a, const GBox& b) {
     const double t = DistanceTolerance();
     const bool a_is_null = IsReversedOnSomeAxis(a, t);
     if (IsReversedOnSomeAxis(b, t)) {
-        return a_is_null ? kNullBox : a;
+        return a_is_null ? kGNullBox : a;
     }
     if (a_is_null) {
         return b;
@@ -175,12 +175,12 @@ GBox operator|(const GBox& a, const GBox& b) {
 GBox operator&(const GBox& a, const GBox& b) {
     const double t = DistanceTolerance();
     if (IsReversedOnSomeAxis(a, t) || IsReversedOnSomeAxis(b, t)) {
-        return kNullBox;
+        return kGNullBox;
     }
     const GPosition low = Upper(a.m_low, b.m_low);
     const GPosition high = Lower(a.m_high, b.m_high);
     if (high.m_x + t <= low.m_x || high.m_y + t <= low.m_y || high.m_z + t <= low.m_z) {
-        return kNullBox;
+        return kGNullBox;
     }
     return {Lower(low, high), Upper(low, high)};
 }
@@ -199,7 +199,7 @@ GBox operator*(double s, const GBox& box) {
 GBox operator/(const GBox& box, double s) {
     if (std::fabs(s) < kSmallestDivisor) {
         Gassert_debug("GBox: trying to divide by 0.0");
-        return kAllSpaceBox;
+        return kGAllSpaceBox;
     }
     if (s > 0) {
         return {Divided(box.m_low, s), Divided(box.m_high, s)};

@@ -22,18 +22,20 @@ struct tagGBox {
 
     /// 1 when m_low minus the distance tolerance is not below m_high on some axis. Point boxes and
     /// flat boxes are proper boxes, not null, but for those whose coordinates swallow the tolerance
-    /// (beyond about 1e10 for the default one, any for a tolerance of 0).
+    /// (beyond about 1e10 for the default one, any for a tolerance of 0). An axis with NaN is not
+    /// null.
     KVGEOM_API int IsNull() const;
 
-    /// 1 when the low and the high corners are equal (GPosition::IsEqual).
+    /// 1 when the low and the high corners are equal (GPosition::IsEqual). 0 with NaN.
     KVGEOM_API int IsEqual(const tagGBox& b) const;
 
     /// 1 when the boxes overlap by more than -tol on every axis; tol may be 0 or negative. Null
-    /// boxes get no special treatment.
+    /// boxes get no special treatment. 0 with NaN in this box or tol; a NaN coordinate of b counts
+    /// as that of this box.
     KVGEOM_API int IsIntersectTol(tagGBox& b, double tol);
 
     /// 1 when the box, enlarged by the distance tolerance / sqrt(3) on every side, holds the point,
-    /// its faces included.
+    /// its faces included. NaN, in the box or the point, is never found to lie outside.
     KVGEOM_API int operator>>(const GPosition& p) const;
     /// 1 when the box holds both corners of b.
     KVGEOM_API int operator>>(const tagGBox& b) const;
@@ -82,7 +84,8 @@ KVGEOM_API GBox BuildBox(double x1, double y1, double z1, double x2, double y2, 
 /// The box with low corner p and high corner q, stored as given.
 KVGEOM_API GBox BuildBox(const GPosition& p, const GPosition& q);
 /// The smallest box that holds count points. None at all passes "GBox: can't build with 0 points"
-/// and gives the canonical null box.
+/// and gives the canonical null box; points may then be null. NaN in the first point stays, in
+/// others it is passed over.
 KVGEOM_API GBox BuildBox(unsigned long count, GPosition* points);
 
 /// box >> p.

@@ -134,7 +134,7 @@ GBox2d BuildBox2d(const GPosition2d& p, const GPosition2d& q) {
 GBox2d BuildBox2d(unsigned long count, GPosition2d* points) {
     if (count == 0) {
         Gassert_debug("GBox2d: can't build a box with 0 points");
-        return kNullBox2d;
+        return kGNullBox2d;
     }
     GBox2d result = {points[0], points[0]};
     for (unsigned long i = 1; i < count; ++i) {
@@ -153,7 +153,7 @@ GBox2d operator|(const GBox2d& a, const GBox2d& b) {
     const double t = DistanceTolerance();
     const bool a_is_null = IsReversedOnSomeAxis(a, t);
     if (IsReversedOnSomeAxis(b, t)) {
-        return a_is_null ? kNullBox2d : a;
+        return a_is_null ? kGNullBox2d : a;
     }
     if (a_is_null) {
         return b;
@@ -164,12 +164,12 @@ GBox2d operator|(const GBox2d& a, const GBox2d& b) {
 GBox2d operator&(const GBox2d& a, const GBox2d& b) {
     const double t = DistanceTolerance();
     if (IsReversedOnSomeAxis(a, t) || IsReversedOnSomeAxis(b, t)) {
-        return kNullBox2d;
+        return kGNullBox2d;
     }
     const GPosition2d low = Upper(a.m_low, b.m_low);
     const GPosition2d high = Lower(a.m_high, b.m_high);
     if (high.m_x + t <= low.m_x || high.m_y + t <= low.m_y) {
-        return kNullBox2d;
+        return kGNullBox2d;
     }
     return {Lower(low, high), Upper(low, high)};
 }
@@ -188,7 +188,7 @@ GBox2d operator*(double s, const GBox2d& box) {
 GBox2d operator/(const GBox2d& box, double s) {
     if (std::fabs(s) < kSmallestDivisor) {
         Gassert_debug("GBox2d: trying to divide by 0.0");
-        return kAllSpaceBox2d;
+        return kGAllSpaceBox2d;
     }
     if (s > 0) {
         return {Divided(box.m_low, s), Divided(box.m_high, s)};

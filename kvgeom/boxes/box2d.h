@@ -20,18 +20,21 @@ struct tagGBox2d {
 
     /// 1 when m_low minus the distance tolerance is not below m_high on some axis. Point boxes and
     /// flat boxes are proper boxes, not null, but for those whose coordinates swallow the tolerance
-    /// (beyond about 1e10 for the default one, any for a tolerance of 0).
+    /// (beyond about 1e10 for the default one, any for a tolerance of 0). An axis with NaN is not
+    /// null.
     KVGEOM_API int IsNull() const;
 
-    /// 1 when the low and the high corners are equal (GPosition2d::IsEqual).
+    /// 1 when the low and the high corners are equal (GPosition2d::IsEqual). 0 with NaN.
     KVGEOM_API int IsEqual(const tagGBox2d& b) const;
 
     /// 1 when the boxes overlap by more than -tol on both axes; tol may be 0 or negative. Null
-    /// boxes get no special treatment.
+    /// boxes get no special treatment. 0 with NaN in this box or tol; a NaN coordinate of b counts
+    /// as that of this box.
     KVGEOM_API int IsIntersectTol(tagGBox2d& b, double tol);
 
     /// 1 when the box, enlarged by the distance tolerance / sqrt(2) on every side, holds the point
     /// in its interior: a point exactly on an enlarged side is outside (in space it is inside).
+    /// NaN, in the box or the point, is never found to lie outside.
     KVGEOM_API int operator>>(const GPosition2d& p) const;
     /// 1 when the box holds both corners of b.
     KVGEOM_API int operator>>(const tagGBox2d& b) const;

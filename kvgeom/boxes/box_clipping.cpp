@@ -61,7 +61,7 @@ int GBox::ClipWPlane(double a, double b, double c, double d) {
         any_negative = any_negative || distances[k] < 0;
     }
     if (!any_positive) {
-        *this = kNullBox;
+        *this = kGNullBox;
         return 0;
     }
     if (!any_negative) {

@@ -21,7 +21,8 @@ struct tagGClipVolume {
 
     /// 0 proves that the box misses the volume: it lies outside a plane by more than the distance
     /// tolerance. 1 says that it may meet it; near the volume's edges and corners 1 is also given
-    /// for a miss, the more so the larger the box is against the volume.
+    /// for a miss, the more so the larger the box is against the volume. NaN proves nothing: a
+    /// distance of NaN from a plane counts as inside, in all tests of a clip volume.
     KVGEOM_API int operator&&(const GBox& box) const;
 
     /// 1 when the box lies inside every plane, or outside by no more than the distance tolerance.
@@ -43,7 +44,8 @@ struct tagGClipVolume {
 typedef tagGClipVolume GClipVolume;
 
 /// The volume whose plane k passes through points[k] with normal normals[k], used unchanged. A
-/// count above 6 passes "GClipVolume: can't build more than 6 planes" and counts as 6.
+/// count above 6 passes "GClipVolume: can't build more than 6 planes" and counts as 6. For a count
+/// of 0 the arrays may be null.
 KVGEOM_API GClipVolume BuildClipVolume(unsigned int count, const GPosition* const points,
                                        const GUnitVector* const normals);
 
@@ -56,7 +58,8 @@ KVGEOM_API GClipVolume BuildClipVolume(unsigned int count, const double* const v
 KVGEOM_API long ConvertGBoxToGClipVolume(GBox* box, GClipVolume* volume);
 
 /// Tells where p lies: *result is 1 inside every plane by more than the distance tolerance, 0
-/// outside of one by more than that, else 2, on the boundary. *err is always 0.
+/// outside of one by more than that, else 2, on the boundary. *err is always 0; err must not be
+/// null.
 KVGEOM_API void IsPtInClipVolume(const GClipVolume& volume, const GPosition& p, int* result,
                                  long* err);
 

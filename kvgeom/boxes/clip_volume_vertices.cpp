@@ -3,6 +3,7 @@
 #include <kvgeom/boxes/fixed_boxes.h>
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/infinity.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/points/from_origin.h>
 
@@ -109,7 +110,7 @@ GClipVolume operator/(const GClipVolume& volume, double s) {
     if (!(s >= kSmallestDivisor)) {
         Gassert_debug("GClipVolume: scalar < tolerance");
         if (!(std::fabs(s) >= kSmallestDivisor)) {
-            return volume * kUnbounded;
+            return volume * kGInfinity;
         }
     }
     return volume * (1 / s);
@@ -128,7 +129,7 @@ GClipVolume& GClipVolume::operator/=(double s) {
 GBox ClipVolumeRange(const GClipVolume& volume) {
     if (volume.m_count > kMostPlanes) {
         Gassert_debug("GBox: can't build with ClipVolume number of planes > 6");
-        return kNullBox;
+        return kGNullBox;
     }
     GUnitVector normals[kMostPlanes];
     GPosition feet[kMostPlanes];

@@ -2,14 +2,12 @@
 #pragma once
 
 #include <kvgeom/boxes/box.h>
-#include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/infinity.h>
 
-namespace kvgeom::detail {
+/// The canonical null box: it holds nothing, and takes no part in unions.
+inline constexpr GBox kGNullBox = {{kGInfinity, kGInfinity, kGInfinity},
+                                   {-kGInfinity, -kGInfinity, -kGInfinity}};
 
-// Holds nothing, and is neutral in unions.
-constexpr GBox kNullBox = {{kUnbounded, kUnbounded, kUnbounded},
-                           {-kUnbounded, -kUnbounded, -kUnbounded}};
-constexpr GBox kAllSpaceBox = {{-kUnbounded, -kUnbounded, -kUnbounded},
-                               {kUnbounded, kUnbounded, kUnbounded}};
-
-}  // namespace kvgeom::detail
+/// The box that stands for all of space.
+inline constexpr GBox kGAllSpaceBox = {{-kGInfinity, -kGInfinity, -kGInfinity},
+                                       {kGInfinity, kGInfinity, kGInfinity}};

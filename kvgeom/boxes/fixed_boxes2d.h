@@ -2,12 +2,10 @@
 #pragma once
 
 #include <kvgeom/boxes/box2d.h>
-#include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/infinity.h>
 
-namespace kvgeom::detail {
+/// The canonical null box of the plane: it holds nothing, and takes no part in unions.
+inline constexpr GBox2d kGNullBox2d = {{kGInfinity, kGInfinity}, {-kGInfinity, -kGInfinity}};
 
-// Holds nothing, and is neutral in unions.
-constexpr GBox2d kNullBox2d = {{kUnbounded, kUnbounded}, {-kUnbounded, -kUnbounded}};
-constexpr GBox2d kAllSpaceBox2d = {{-kUnbounded, -kUnbounded}, {kUnbounded, kUnbounded}};
-
-}  // namespace kvgeom::detail
+/// The box that stands for all of the plane.
+inline constexpr GBox2d kGAllSpaceBox2d = {{-kGInfinity, -kGInfinity}, {kGInfinity, kGInfinity}};

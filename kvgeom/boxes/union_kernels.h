@@ -7,7 +7,7 @@
 
 #include <kvgeom/boxes/box_lanes.h>
 #include <kvgeom/boxes/kernels.h>
-#include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/infinity.h>
 
 namespace kvgeom::detail {
 namespace {
@@ -111,7 +111,7 @@ inline Mask IsReversed(const Corners& box, double t) {
         ++first;
     }
     if (first == count) {
-        return {{kUnbounded, kUnbounded, kUnbounded}, {-kUnbounded, -kUnbounded, -kUnbounded}};
+        return {{kGInfinity, kGInfinity, kGInfinity}, {-kGInfinity, -kGInfinity, -kGInfinity}};
     }
     const GBox seed = boxes[first];
     Corners box = {{All(seed.m_low.m_x), All(seed.m_low.m_y), All(seed.m_low.m_z)},

@@ -144,10 +144,15 @@ bool Lock(int lock) {
     return false;
 }
 
-// The file that the path means in the end: a link to it is not replaced.
-std::filesystem::path Resolved(const std::filesystem::path& path) {
+// The file that the path leads to, through links if need be. It need not exist yet: a link to it is
+// kept all the same.
+std::filesystem::path Resolved(std::filesystem::path path) {
+    constexpr int kMostLinks = 40;  // as Linux allows; what is left then leads nowhere
     std::error_code error;
-    const std::filesystem::path resolved = std::filesystem::canonical(path, error);
+    for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(path, error); ++i) {
+        path = Folder(path) / std::filesystem::read_symlink(path, error);
+    }
+    const std::filesystem::path resolved = std::filesystem::weakly_canonical(path, error);
     return error ? path : resolved;
 }
 

@@ -81,6 +81,8 @@ class ValueReader {
     }
 
     bool NameMatches() const { return m_name_matches; }
+    // "name"=- takes the value away.
+    bool IsRemoval() const { return m_is_removal; }
     const Data& GetData() const { return m_data; }
     std::size_t End() const { return m_line.next; }
 
@@ -143,6 +145,10 @@ class ValueReader {
     }
 
     bool ReadData() {
+        if (Take("-")) {
+            m_is_removal = true;
+            return AtEnd();
+        }
         if (Take("\"")) {
             const bool is_read =
                 ReadQuoted([this](char c) { m_data.Append(static_cast<unsigned char>(c)); });
@@ -233,11 +239,23 @@ class ValueReader {
     std::string_view m_text;
     Line m_line;  // what is left of it
     bool m_name_matches = false;
+    bool m_is_removal = false;
     Data m_data;
 };
 
 bool IsSection(std::string_view line) {
     return line.size() > 2 && line.front() == '[' && line.back() == ']';
+}
+
+// Whether the text between the brackets takes the key away: a minus sign, and the key itself or one
+// that it lies under.
+bool IsRemovalOf(std::string_view section, std::string_view key) {
+    if (section.front() != '-') {
+        return false;
+    }
+    const std::string_view removed = section.substr(1);
+    return EqualsIgnoringCase(removed, key.substr(0, removed.size())) &&
+           (removed.size() == key.size() || key[removed.size()] == '\\');
 }
 
 }  // namespace
@@ -257,9 +275,13 @@ std::optional<RegistryEntry> FindRegistryEntry(std::string_view text, std::strin
         if (line.content.empty() || line.content.front() == ';') {
             at = line.next;
         } else if (IsSection(line.content)) {
+            const std::string_view section = line.content.substr(1, line.content.size() - 2);
             in_some_section = true;
-            in_section = EqualsIgnoringCase(line.content.substr(1, line.content.size() - 2), key);
+            in_section = EqualsIgnoringCase(section, key);
             at = line.next;
+            if (IsRemovalOf(section, key)) {
+                entry = {};
+            }
             if (in_section && !entry.data) {
                 entry.has_place = true;
                 entry.begin = entry.end = at;
@@ -269,7 +291,10 @@ std::optional<RegistryEntry> FindRegistryEntry(std::string_view text, std::strin
             if (!in_some_section || !value.Read(name)) {
                 return std::nullopt;
             }
-            if (in_section && value.NameMatches()) {
+            if (in_section && value.NameMatches() && value.IsRemoval()) {
+                entry.data = std::nullopt;
+                entry.begin = entry.end = value.End();
+            } else if (in_section && value.NameMatches()) {
                 entry.data = value.GetData().bytes;
                 entry.size = value.GetData().size;
                 entry.begin = at;

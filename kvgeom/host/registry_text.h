@@ -3,8 +3,9 @@
 
 // The registry editor's text format, in UTF-8: a header line; sections, a key in brackets; values,
 // a quoted name (or @), an equals sign, and dword:, hex: or quoted data; comments behind a
-// semicolon; blank lines. A hex list goes on in the next line behind a backslash. Names compare
-// without case.
+// semicolon; blank lines. A hex list goes on in the next line behind a backslash. A minus sign
+// instead of the data takes the value away, one before the key takes the key away, with all keys
+// below it. Names compare without case.
 
 #include <kvgeom/host/registry.h>
 

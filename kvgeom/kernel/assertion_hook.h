@@ -6,6 +6,9 @@
 // No operation of the library throws, aborts or exits. One that rejects its arguments passes a
 // message here, sets its error code if it has one (0 success, 2 a precondition failed, others where
 // they are stated) and returns a defined fallback result. Those that pass no message say so.
+//
+// Pointers to results and error codes (err) must not be null, where nothing else is said. An array
+// may be null when its count is 0: nothing of it is read.
 
 /// Receives the messages of rejected arguments: a text that lives as long as the program. It may be
 /// called from any thread and must return normally.

@@ -11,10 +11,6 @@ namespace kvgeom::detail {
 // The smallest divisor, scaling or homogeneous weight that is used as such (2.22e-16).
 constexpr double kSmallestDivisor = DBL_EPSILON;
 
-// Stands for infinity: open limits, the null position, the null box, the result of dividing by a
-// near-zero number.
-constexpr double kUnbounded = 1e30;
-
 // Length up to which a vector has no direction, and half-width of the unit band (1.11e-14).
 constexpr double kUnitTolerance = 50 * DBL_EPSILON;
 // The same against a squared length (1.23e-28, exact).

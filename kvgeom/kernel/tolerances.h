@@ -10,7 +10,7 @@
 //
 // The setters keep relative <= distance <= fit. A value that would break this with respect to the
 // current values of the other two is refused, and so is NaN: the setter's message is passed, *err
-// becomes 2 and nothing changes. On success *err is 0.
+// becomes 2 and nothing changes. On success *err is 0. err must not be null.
 
 // The const of a returned value is part of these names on Windows.
 #if defined(__GNUC__)

@@ -5,15 +5,12 @@
 #include <kvgeom/maps/matrix.h>
 #include <kvgeom/maps/transf.h>
 
-namespace kvgeom::detail {
+/// The maps that change nothing.
+inline constexpr GMatrix kGIdentityMatrix = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+inline constexpr GTransf kGIdentityTransf = {kGIdentityMatrix, {0, 0, 0}, 1, 0, 0, 0};
+inline constexpr G4x4 kGIdentity4x4 = {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
 
-constexpr GMatrix kZeroMatrix = {};
-constexpr GMatrix kIdentityMatrix = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
-
-// The result of a failed conversion: it maps every point to the origin.
-constexpr GTransf kNullTransf = {};
-constexpr GTransf kIdentityTransf = {kIdentityMatrix, {0, 0, 0}, 1, 0, 0, 0};
-
-constexpr G4x4 kIdentity4x4 = {{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
-
-}  // namespace kvgeom::detail
+/// The null maps, which carry every point to the origin. A conversion that fails gives the null
+/// transformation.
+inline constexpr GMatrix kGZeroMatrix = {};
+inline constexpr GTransf kGNullTransf = {};

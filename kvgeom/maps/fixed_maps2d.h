@@ -4,12 +4,10 @@
 #include <kvgeom/maps/matrix2d.h>
 #include <kvgeom/maps/transf2d.h>
 
-namespace kvgeom::detail {
+/// The maps that change nothing.
+inline constexpr GMatrix2d kGIdentityMatrix2d = {{{1, 0}, {0, 1}}};
+inline constexpr GTransf2d kGIdentityTransf2d = {kGIdentityMatrix2d, {0, 0}, 1, 0, 0, 0};
 
-constexpr GMatrix2d kZeroMatrix2d = {};
-constexpr GMatrix2d kIdentityMatrix2d = {{{1, 0}, {0, 1}}};
-
-constexpr GTransf2d kNullTransf2d = {};
-constexpr GTransf2d kIdentityTransf2d = {kIdentityMatrix2d, {0, 0}, 1, 0, 0, 0};
-
-}  // namespace kvgeom::detail
+/// The null maps, which carry every point to the origin.
+inline constexpr GMatrix2d kGZeroMatrix2d = {};
+inline constexpr GTransf2d kGNullTransf2d = {};

@@ -49,7 +49,7 @@ G4x4 G4x4::Inverse() const {
     G4x4 result;
     if (!Chosen<MapKernels>().invert_4x4(*this, result)) {
         Gassert_debug("Can't find inverse since the g4x4 is singular");
-        result = kIdentity4x4;
+        result = kGIdentity4x4;
     }
     return result;
 }

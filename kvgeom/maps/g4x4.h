@@ -34,21 +34,22 @@ struct tagG4x4 {
 
     /// 1 when the matrices are equal after each is divided by its own weight: translations within
     /// the distance tolerance, all other elements within the relative one. A weight of 0 on either
-    /// side is unequal to everything.
+    /// side is unequal to everything, and so is NaN.
     KVGEOM_API int IsEqual(const tagG4x4& other) const;
 
     /// 1 when the determinant of the 3x3 part times the weight exceeds the relative tolerance cubed
-    /// in magnitude. The projective column plays no part.
+    /// in magnitude. The projective column plays no part. 0 with NaN.
     KVGEOM_API int IsInvertible() const;
     /// The same test.
     KVGEOM_API int IsValid() const;
 
     /// 1 when the 3x3 part mirrors: its determinant, relative to the cube of its first row's
-    /// length, is not positive. 0 when that row is shorter than the relative tolerance.
+    /// length, is not positive. 0 when that row is shorter than the relative tolerance, and with
+    /// NaN.
     KVGEOM_API int HasReflection() const;
 
     /// 1 when a rotation angle of the converted transformation (g4x4_conversion.h) reaches the
-    /// relative tolerance, or when there is no conversion.
+    /// relative tolerance, or when there is no conversion; so it is with NaN in the linear part.
     KVGEOM_API int HasRotation() const;
 };
 typedef tagG4x4 G4x4;

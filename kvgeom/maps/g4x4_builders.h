@@ -2,8 +2,8 @@
 #pragma once
 
 // Builders that write a standard map into a caller's matrix, whatever it held before. *err is 0, or
-// 2 where the comment says so; the matrix then stays as it was. Angles are in radians, rotations
-// right-handed.
+// 2 where the comment says so; the matrix then stays as it was. err must not be null. Angles are in
+// radians, rotations right-handed.
 
 #include <kvgeom/export.h>
 #include <kvgeom/maps/g4x4.h>

@@ -9,7 +9,8 @@
 // Which similarity transformation a homogeneous matrix is.
 
 /// Converts a homogeneous matrix that is a similarity: an affine map of uniform scaling without
-/// shear. Returns 0 and writes t, or returns 2 and leaves t as it was. No message is passed.
+/// shear. Returns 0 and writes t, or returns 2 and leaves t as it was. No message is passed. A
+/// matrix with NaN in its linear part, projective column or weight is refused.
 ///
 /// g is divided by its weight unless that is 1 within the relative tolerance. It is refused when
 /// the weight is 0 or a projective element is not 0 within that tolerance, when the first column of

@@ -5,6 +5,7 @@
 
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/infinity.h>
 #include <kvgeom/maps/g4x4.h>
 
 #include <cmath>
@@ -25,7 +26,7 @@ inline double ReciprocalWeight(double weight, const char* message) {
         return 1 / weight;
     }
     Gassert_debug(message);
-    return kUnbounded;
+    return kGInfinity;
 }
 
 }  // namespace kvgeom::detail

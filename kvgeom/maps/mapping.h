@@ -20,6 +20,20 @@
 #include <kvgeom/points/unit_vector.h>
 #include <kvgeom/points/vector.h>
 
+/// The row form p * M, and the column form M * p.
+inline GPosition operator*(const GPosition& p, const GMatrix& m) {
+    return kvgeom::detail::RowForm(p, m);
+}
+inline GPosition operator*(const GMatrix& m, const GPosition& p) {
+    return kvgeom::detail::ColumnForm(m, p);
+}
+inline GVector operator*(const GVector& v, const GMatrix& m) {
+    return kvgeom::detail::RowForm(v, m);
+}
+inline GVector operator*(const GMatrix& m, const GVector& v) {
+    return kvgeom::detail::ColumnForm(m, v);
+}
+
 /// scaling * (p * matrix) + translation. The flags of t are not consulted.
 inline GPosition operator*(const GPosition& p, const GTransf& t) {
     const GPosition q = kvgeom::detail::RowForm(p, t.m_matrix);

@@ -31,11 +31,11 @@ int GMatrix::IsEqual(const GMatrix& other) const {
 }
 
 int GMatrix::IsNull() const {
-    return IsEqual(kZeroMatrix);
+    return IsEqual(kGZeroMatrix);
 }
 
 int GMatrix::IsIdentity() const {
-    return IsEqual(kIdentityMatrix);
+    return IsEqual(kGIdentityMatrix);
 }
 
 int GMatrix::IsEuclidean() const {
@@ -103,7 +103,7 @@ GMatrix Rotation(double angle, const GUnitVector& axis) {
 
 GMatrix Reflection(const GUnitVector& normal) {
     const double n[3] = {normal.m_x, normal.m_y, normal.m_z};
-    GMatrix result = kIdentityMatrix;
+    GMatrix result = kGIdentityMatrix;
     for (int i = 0; i < 3; ++i) {
         for (int j = 0; j < 3; ++j) {
             result.m_elements[i][j] -= n[j] * (n[i] + n[i]);

@@ -15,7 +15,9 @@ struct tagGMatrix {
     /// row 2.
     KVGEOM_API GVector operator[](unsigned int i) const;
 
-    /// 1 when no element differs from the other's by more than the relative tolerance.
+    /// 1 when no element differs from the other's by more than the relative tolerance. A NaN
+    /// element differs from nothing: a matrix of NaN is equal to every matrix, IsNull and
+    /// IsIdentity (the planar one is not).
     KVGEOM_API int IsEqual(const tagGMatrix& other) const;
 
     /// IsEqual with the zero matrix.
@@ -25,7 +27,7 @@ struct tagGMatrix {
     KVGEOM_API int IsIdentity() const;
 
     /// 1 when the rows are orthonormal, as those of a rotation or reflection are: squared lengths
-    /// within 1 +- 2 relative tolerances, dot products within 1 relative tolerance.
+    /// within 1 +- 2 relative tolerances, dot products within 1 relative tolerance. 0 with NaN.
     KVGEOM_API int IsEuclidean() const;
 
     /// The matrix with rows and columns exchanged.
@@ -62,11 +64,13 @@ KVGEOM_API GMatrix Reflection(const GUnitVector& normal);
 
 /// One orthogonalisation step, M (3 I - M^T M) / 2 (first-order Newton-Schulz iteration), from in
 /// into out, which may be in itself. A matrix whose columns are already orthonormal to 1e-14 is
-/// copied. Near orthonormal the step squares the deviation; far from it, it overshoots. *err is 0.
+/// copied. Near orthonormal the step squares the deviation; far from it, it overshoots. *err is 0;
+/// err must not be null.
 KVGEOM_API void MakeOrthogonal(const GMatrix& in, GMatrix& out, long* err);
 
 /// The same, repeated until no element changes by more than 1e-14. When six steps don't get there,
-/// out is in, unchanged, and *err is 2; else *err is 0. out may be in itself.
+/// out is in, unchanged, and *err is 2 (NaN never gets there); else *err is 0. out may be in
+/// itself, err must not be null.
 KVGEOM_API void MakeOrthogonalIt(const GMatrix& in, GMatrix& out, long* err);
 
 /// How far the rows are from orthonormal: *lengthError is the largest deviation of a squared row

@@ -57,11 +57,11 @@ int GMatrix2d::IsEqual(const GMatrix2d& other) const {
 }
 
 int GMatrix2d::IsNull() const {
-    return IsEqual(kZeroMatrix2d);
+    return IsEqual(kGZeroMatrix2d);
 }
 
 int GMatrix2d::IsIdentity() const {
-    return IsEqual(kIdentityMatrix2d);
+    return IsEqual(kGIdentityMatrix2d);
 }
 
 int GMatrix2d::IsEuclidean() const {

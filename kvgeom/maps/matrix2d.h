@@ -15,7 +15,8 @@ struct tagGMatrix2d {
     /// row 1.
     KVGEOM_API GVector2d operator[](unsigned int i) const;
 
-    /// 1 when every element differs from the other's by at most the relative tolerance.
+    /// 1 when every element differs from the other's by at most the relative tolerance. 0 with NaN,
+    /// and so are IsNull and IsIdentity (a matrix of space is taken for equal).
     KVGEOM_API int IsEqual(const tagGMatrix2d& other) const;
 
     /// IsEqual with the zero matrix.
@@ -25,7 +26,7 @@ struct tagGMatrix2d {
     KVGEOM_API int IsIdentity() const;
 
     /// 1 when the rows are orthonormal, as those of a rotation or reflection are: squared lengths
-    /// within 1 +- 2 relative tolerances, the dot product within 1 relative tolerance.
+    /// within 1 +- 2 relative tolerances, the dot product within 1 relative tolerance. 0 with NaN.
     KVGEOM_API int IsEuclidean() const;
 
     /// The matrix with rows and columns exchanged.
@@ -62,5 +63,6 @@ KVGEOM_API GMatrix2d Reflection2d(const GUnitVector2d& direction);
 
 /// One orthogonalisation step, M (3 I - M^T M) / 2 (first-order Newton-Schulz iteration), from in
 /// into out, which may be in itself. A matrix whose columns are already orthonormal to 1e-14 is
-/// copied. Near orthonormal the step squares the deviation; far from it, it overshoots. *err is 0.
+/// copied. Near orthonormal the step squares the deviation; far from it, it overshoots. *err is 0;
+/// err must not be null.
 KVGEOM_API void MakeOrthogonal(const GMatrix2d& in, GMatrix2d& out, long* err);

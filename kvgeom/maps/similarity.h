@@ -5,6 +5,7 @@
 
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/infinity.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/linear_forms.h>
 #include <kvgeom/maps/linear_forms2d.h>
@@ -26,7 +27,7 @@ Transformation InverseOf(const Transformation& t) {
     result.m_matrix = t.m_matrix.Transpose();
     if (std::fabs(t.m_scaling) < kSmallestDivisor) {
         Gassert_debug("GTransf: m_scaling is 0.0");
-        result.m_scaling = kUnbounded;
+        result.m_scaling = kGInfinity;
     } else {
         result.m_scaling = 1 / t.m_scaling;
     }

@@ -65,11 +65,11 @@ GTransf kvgeom::detail::ComposedByAngles(const GTransf& a, const GTransf& b) {
 }
 
 int GTransf::IsNull() const {
-    return IsEqual(kNullTransf);
+    return IsEqual(kGNullTransf);
 }
 
 int GTransf::IsIdentity() const {
-    return IsEqual(kIdentityTransf);
+    return IsEqual(kGIdentityTransf);
 }
 
 int GTransf::IsEqual(const GTransf& other) const {
@@ -86,7 +86,7 @@ GTransf GTransf::Inverse() const {
 
 GTransf& GTransf::operator=(const G4x4& g) {
     if (ConvertG4x4ToGTransf(g, *this) != kSuccess) {
-        *this = kNullTransf;
+        *this = kGNullTransf;
     }
     return *this;
 }

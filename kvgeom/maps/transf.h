@@ -30,11 +30,13 @@ struct tagGTransf {
 
     /// 1 when the scalings differ by at most the relative tolerance, the reflection flags are the
     /// same, and the translations (GVector::IsEqual) and matrices (GMatrix::IsEqual) are equal.
-    /// The rotation and shear flags take no part.
+    /// The rotation and shear flags take no part. 0 with NaN in scaling or translation; NaN in the
+    /// matrix counts as equal, as it does there.
     KVGEOM_API int IsEqual(const tagGTransf& other) const;
 
     /// 1 when Inverse() is the true inverse: a scaling of at least DBL_EPSILON in magnitude and a
-    /// Euclidean matrix.
+    /// Euclidean matrix. A scaling of NaN is not found out (in the plane it is), NaN in the matrix
+    /// is.
     KVGEOM_API int IsInvertible() const;
 
     /// The inverse, with the transpose standing for the inverse matrix and the flags copied. A

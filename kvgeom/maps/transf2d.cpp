@@ -10,11 +10,11 @@
 using namespace kvgeom::detail;
 
 int GTransf2d::IsNull() const {
-    return IsEqual(kNullTransf2d);
+    return IsEqual(kGNullTransf2d);
 }
 
 int GTransf2d::IsIdentity() const {
-    return IsEqual(kIdentityTransf2d);
+    return IsEqual(kGIdentityTransf2d);
 }
 
 int GTransf2d::IsEqual(const GTransf2d& other) const {

@@ -26,11 +26,11 @@ struct tagGTransf2d {
 
     /// 1 when the scalings differ by at most the relative tolerance, the reflection flags are the
     /// same, and the translations (GVector2d::IsEqual) and matrices (GMatrix2d::IsEqual) are equal.
-    /// The rotation and shear flags take no part.
+    /// The rotation and shear flags take no part. 0 with NaN.
     KVGEOM_API int IsEqual(const tagGTransf2d& other) const;
 
     /// 1 when Inverse() is the true inverse: a scaling of at least DBL_EPSILON in magnitude and a
-    /// Euclidean matrix.
+    /// Euclidean matrix. 0 with NaN in either.
     KVGEOM_API int IsInvertible() const;
 
     /// The inverse, with the transpose standing for the inverse matrix and the flags copied. A
@@ -53,5 +53,6 @@ KVGEOM_API GTransf2d BuildTransf2d(const GMatrix2d& m, const GVector2d& t, doubl
 KVGEOM_API GTransf2d operator*(const GTransf2d& a, const GTransf2d& b);
 
 /// The angle in radians, 0 to 2 pi, by which t's matrix turns the x axis counter-clockwise. An
-/// angle below the relative tolerance to either side is 0.0. *err is not written.
+/// angle below the relative tolerance to either side is 0.0. *err is not written, and err may be
+/// null.
 KVGEOM_API double GiveRotAngle(const GTransf2d& t, long* err);

@@ -28,12 +28,12 @@ GVector2d TranslationThatKeeps(const GPosition2d& p, const GMatrix2d& m) {
 }  // namespace
 
 GTransf2d ScaleTransf2d(double s) {
-    return BuildTransf2d(kIdentityMatrix2d, kNoTranslation2d, s, 0, 0, 0);
+    return BuildTransf2d(kGIdentityMatrix2d, kNoTranslation2d, s, 0, 0, 0);
 }
 
 GTransf2d ScaleTransf2d(double s, const GPosition2d& c) {
     const double rest = 1 - s;
-    return BuildTransf2d(kIdentityMatrix2d, {rest * c.m_x, rest * c.m_y}, s, 0, 0, 0);
+    return BuildTransf2d(kGIdentityMatrix2d, {rest * c.m_x, rest * c.m_y}, s, 0, 0, 0);
 }
 
 GTransf2d RotateTransf2d(double cosine, double sine) {
@@ -63,7 +63,7 @@ GTransf2d ReflectTransf2d(const GUnitVector2d& direction, const GPosition2d& p) 
 }
 
 GTransf2d TranslateTransf2d(const GVector2d& v) {
-    return BuildTransf2d(kIdentityMatrix2d, v, 1, 0, 0, 0);
+    return BuildTransf2d(kGIdentityMatrix2d, v, 1, 0, 0, 0);
 }
 
 GTransf2d CoordinateTransf2d(const GPosition2d& origin, const GUnitVector2d& xAxis,

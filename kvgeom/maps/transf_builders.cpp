@@ -37,12 +37,12 @@ bool IsUnit(const GVector& v, double tol) {
 }  // namespace
 
 GTransf ScaleTransf(double s) {
-    return BuildTransf(kIdentityMatrix, kNoTranslation, s, 0, 0, 0);
+    return BuildTransf(kGIdentityMatrix, kNoTranslation, s, 0, 0, 0);
 }
 
 GTransf ScaleTransf(double s, const GPosition& c) {
     const double rest = 1 - s;
-    return BuildTransf(kIdentityMatrix, {rest * c.m_x, rest * c.m_y, rest * c.m_z}, s, 0, 0, 0);
+    return BuildTransf(kGIdentityMatrix, {rest * c.m_x, rest * c.m_y, rest * c.m_z}, s, 0, 0, 0);
 }
 
 GTransf RotateTransf(double cosine, double sine, const GUnitVector& axis) {
@@ -72,7 +72,7 @@ GTransf ReflectTransf(const GUnitVector& normal, const GPosition& p) {
 }
 
 GTransf TranslateTransf(const GVector& v) {
-    return BuildTransf(kIdentityMatrix, v, 1, 0, 0, 0);
+    return BuildTransf(kGIdentityMatrix, v, 1, 0, 0, 0);
 }
 
 GTransf CoordinateTransf(const GPosition& origin, const GUnitVector& xAxis,

@@ -44,7 +44,8 @@ KVGEOM_API GTransf CoordinateTransf(const GPosition& origin, const GUnitVector& 
 ///
 /// An axis whose squared length deviates from 1 by more than 2 relative tolerances passes "Not a
 /// unit vector.", and a pair of axes that is not orthogonal passes "Vectors are not orthogonal";
-/// *err is then 2 and out stays as it was. Else *err is 0.
+/// *err is then 2 and out stays as it was. Else *err is 0. err must not be
+/// null.
 KVGEOM_API void OldToNewTransf(const GPosition& oldOrigin, const GUnitVector& oldX,
                                const GUnitVector& oldY, const GPosition& newOrigin,
                                const GUnitVector& newX, const GUnitVector& newY, GTransf& out,

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/points/components.h>
 #include <kvgeom/points/position.h>
@@ -21,7 +20,7 @@ int GPosition::IsEqual(const GPosition& q) const {
 }
 
 int GPosition::IsNull() const {
-    return IsEqual({kUnbounded, kUnbounded, kUnbounded});
+    return IsEqual(kGNullPosition);
 }
 
 GPosition Interpolate(double t, const GPosition& a, const GPosition& b) {

@@ -2,12 +2,13 @@
 #pragma once
 
 #include <kvgeom/export.h>
+#include <kvgeom/kernel/infinity.h>
 #include <kvgeom/points/vector.h>
 
 typedef struct tagGPosition2d GPosition2d;
 
 /// A point in the caller's length unit. (1e30, 1e30, 1e30) is the null position, which stands for
-/// the absence of a point.
+/// the absence of a point. With NaN in either operand, every predicate answers 0.
 struct tagGPosition {
     /// The coordinates.
     double m_x;
@@ -47,6 +48,9 @@ struct tagGPosition {
     }
 };
 typedef tagGPosition GPosition;
+
+/// The null position.
+inline constexpr GPosition kGNullPosition = {kGInfinity, kGInfinity, kGInfinity};
 
 /// The moved point.
 inline GPosition operator+(const GPosition& p, const GVector& v) {

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/points/components.h>
 #include <kvgeom/points/position2d.h>
@@ -21,7 +20,7 @@ int GPosition2d::IsEqual(const GPosition2d& q) const {
 }
 
 int GPosition2d::IsNull() const {
-    return IsEqual({kUnbounded, kUnbounded});
+    return IsEqual(kGNullPosition2d);
 }
 
 GPosition2d& GPosition2d::operator+=(const GVector2d& v) {

@@ -2,12 +2,13 @@
 #pragma once
 
 #include <kvgeom/export.h>
+#include <kvgeom/kernel/infinity.h>
 #include <kvgeom/points/vector2d.h>
 
 typedef struct tagG4x4 G4x4;
 
 /// A point of the plane. (1e30, 1e30) is the null position, which stands for the absence of a
-/// point.
+/// point. With NaN in either operand, every predicate answers 0.
 struct tagGPosition2d {
     /// The coordinates.
     double m_x;
@@ -36,6 +37,9 @@ struct tagGPosition2d {
     KVGEOM_API tagGPosition2d& operator*=(const G4x4& a);
 };
 typedef tagGPosition2d GPosition2d;
+
+/// The null position.
+inline constexpr GPosition2d kGNullPosition2d = {kGInfinity, kGInfinity};
 
 /// The moved point.
 KVGEOM_API GPosition2d operator+(const GPosition2d& p, const GVector2d& v);

@@ -10,7 +10,7 @@ typedef struct tagGUnitVector2d GUnitVector2d;
 /// A direction of unit length. One made by BuildUnitVector from components whose squares are normal
 /// numbers has a squared length within 1 +- 50 * DBL_EPSILON, or is (0, 0, 0), the null unit vector
 /// that a failed build leaves. It converts to a GVector; the other way leads only through
-/// BuildUnitVector.
+/// BuildUnitVector. With NaN in either operand, every predicate answers 0.
 struct tagGUnitVector {
     /// The components along the axes.
     double m_x;
@@ -58,11 +58,12 @@ typedef tagGUnitVector GUnitVector;
 /// The unit vector along (x, y, z). Components whose squared length already lies within
 /// 1 +- 50 * DBL_EPSILON are kept bit for bit. A length up to 50 * DBL_EPSILON passes "GUnitVector:
 /// tried to create a NULL unit vector" and gives (0, 0, 0); a finite vector so long that its
-/// squared length overflows gives (0, 0, 0) too, without a message.
+/// squared length overflows gives (0, 0, 0) too, without a message. Components of NaN give NaN,
+/// without a message.
 KVGEOM_API GUnitVector BuildUnitVector(double x, double y, double z);
 
 /// The same with the null length chosen by the caller: a length of tol or less, and a length of 0
-/// whatever tol, sets *err to 2; else *err is 0.
+/// whatever tol, sets *err to 2; else *err is 0. err must not be null.
 KVGEOM_API GUnitVector BuildUnitVector(double x, double y, double z, double tol, long* err);
 
 /// The direction from one point to another; points that are the same give the null unit vector, as

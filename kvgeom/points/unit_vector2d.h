@@ -42,7 +42,7 @@ KVGEOM_API GUnitVector2d BuildUnitVector2d(double x, double y);
 /// The same with the null length chosen by the caller, and stricter in both: components are kept
 /// only if their squared length lies within 1 +- DBL_EPSILON, and a length of exactly tol is not
 /// null (as it is in space). A length below tol, and a length of 0 whatever tol, sets *err to 2;
-/// else *err is 0.
+/// else *err is 0. err must not be null.
 KVGEOM_API GUnitVector2d BuildUnitVector2d(double x, double y, double tol, long* err);
 
 /// The direction from one point to another; points that are the same give the null unit vector, as

@@ -9,7 +9,8 @@ typedef struct tagGTransf GTransf;
 typedef struct tagG4x4 G4x4;
 typedef struct tagGVector2d GVector2d;
 
-/// A free vector: an offset, a normal before normalising, a row of a matrix.
+/// A free vector: an offset, a normal before normalising, a row of a matrix. With NaN in either
+/// operand, every predicate answers 0.
 struct tagGVector {
     /// The components along the axes.
     double m_x;
@@ -107,5 +108,6 @@ inline GVector operator*(const GVector& a, const GVector& b) {
 KVGEOM_API GVector operator/(const GVector& v, double d);
 
 /// The angle between two vectors in radians, 0 to pi: atan2 of the length of their cross product
-/// and their dot product, exact to rounding also near 0 and pi. 0.0 when one of them IsNull().
+/// and their dot product, exact to rounding also near 0 and pi. 0.0 when one of them IsNull(), NaN
+/// when one holds NaN.
 KVGEOM_API double GiveAngle(const GVector& a, const GVector& b);

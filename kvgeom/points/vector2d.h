@@ -6,7 +6,7 @@
 typedef struct tagGMatrix2d GMatrix2d;
 typedef struct tagGTransf2d GTransf2d;
 
-/// A free vector of the plane.
+/// A free vector of the plane. With NaN in either operand, every predicate answers 0.
 struct tagGVector2d {
     /// The components along the axes.
     double m_x;

@@ -31,7 +31,7 @@
 // is no error; later conversions find the stream where the failed one left it. Nothing is
 // normalised or checked.
 //
-// *err is 0 unless another code is named. No messages are passed.
+// *err is 0 unless another code is named; f and err must not be null. No messages are passed.
 
 /// Writes six lines: "GBoreLine:", point, direction, front, back, radius.
 KVGEOM_API void GPrint_to_File(std::FILE* f, const GBoreLine& r, long* err);

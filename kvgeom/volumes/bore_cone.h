@@ -20,7 +20,7 @@ struct tagGBoreCone {
 };
 typedef tagGBoreCone GBoreCone;
 
-/// Fills a cone. Never fails: *err is 0.
+/// Fills a cone. Never fails: *err is 0; err must not be null.
 KVGEOM_API void BuildBoreCone(const GBoreLine& line, const GPosition& eye, GBoreCone& cone,
                               long* err);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/kernel/assertion_hook.h>
 #include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/infinity.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/points/direction.h>
 #include <kvgeom/volumes/bore_line.h>
@@ -46,12 +47,12 @@ GPosition GBoreLine::Evaluate(double t) const {
 }
 
 void GBoreLine::MakeInfinite() {
-    m_front = kUnbounded;
-    m_back = -kUnbounded;
+    m_front = kGInfinity;
+    m_back = -kGInfinity;
 }
 
 int GBoreLine::IsInfinite() const {
-    return m_front >= kUnbounded || m_back <= -kUnbounded ? 1 : 0;
+    return m_front >= kGInfinity || m_back <= -kGInfinity ? 1 : 0;
 }
 
 int GBoreLine::IsEqual(const GBoreLine& o) const {
@@ -107,7 +108,7 @@ GBoreLine BuildBoreLine(const GPosition& p, const GUnitVector& d, double front, 
 }
 
 GBoreLine BuildBoreLine(const GPosition& p, const GUnitVector& d) {
-    return {p, d, kUnbounded, -kUnbounded, DistanceTolerance()};
+    return {p, d, kGInfinity, -kGInfinity, DistanceTolerance()};
 }
 
 GBoreLine operator+(const GBoreLine& b, const GVector& v) {

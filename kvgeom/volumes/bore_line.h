@@ -33,14 +33,16 @@ struct tagGBoreLine {
     KVGEOM_API int IsInfinite() const;
 
     /// 1 when points and directions are equal (GPosition::IsEqual, GUnitVector::IsEqual) and limits
-    /// and radii differ by less than the distance tolerance.
+    /// and radii differ by less than the distance tolerance. 0 with NaN in point or direction;
+    /// limits and radii of NaN count as equal.
     KVGEOM_API int IsEqual(const tagGBoreLine& o) const;
     /// IsEqual with the null bore line.
     KVGEOM_API int IsNull() const;
 
-    /// 1 when q lies in the cylinder, its surface included; no tolerance is involved.
+    /// 1 when q lies in the cylinder, its surface included; no tolerance is involved. 0 with NaN
+    /// in q or in this, but for a limit of NaN, which is none.
     KVGEOM_API int operator>>(const GPosition& q) const;
-    /// 1 when m_back <= t <= m_front.
+    /// 1 when m_back <= t <= m_front. 0 with NaN.
     KVGEOM_API int operator>>(double t) const;
 
     /// Moves the point.
@@ -61,11 +63,13 @@ struct tagGBoreLine {
 
     /// Cuts off the part behind the plane N.X + d = 0, where N is (a, b, c) normalised; d is used
     /// as given. 1 when a part is left, with the limit that lies behind the plane by half the
-    /// distance tolerance or more moved to it; 0 when nothing is (no end reaches half the distance
-    /// tolerance in front of the plane; both limits become 0), or when this is null (nothing
-    /// changes). (a, b, c) of null length passes the message of BuildUnitVector and leaves nothing.
-    /// The radius plays no part. An absent limit is cut with the precision of numbers around 1e30,
-    /// that is with none: give the bore line finite limits first.
+    /// distance tolerance or more moved to it; 0 when nothing is (no end reaches half the
+    /// distance tolerance in front of the plane; both limits become 0), or when this is null
+    /// (nothing changes). (a, b, c) of null length passes the message of BuildUnitVector and
+    /// leaves nothing. The radius plays no part. A line exactly parallel to the plane (N.D is 0)
+    /// stays as it is, with 1, if its point lies in front of the plane by half the distance
+    /// tolerance or more; else both limits become 0. An absent limit is cut with the precision of
+    /// numbers around 1e30, that is with none: give the bore line finite limits first.
     KVGEOM_API int ClipWPlane(double a, double b, double c, double d);
 
     /// 0 proves that the probe misses the box; 1 says that it may touch it. The slab test (Kay and
@@ -73,7 +77,8 @@ struct tagGBoreLine {
     /// relative tolerance for a radius of 0: near the enlarged box's edges and corners it may
     /// answer 1 for a miss. An axis along which the line runs through less than DBL_EPSILON of the
     /// box's extent a unit counts as parallel: against boxes that are huge beside the probe, what
-    /// so little a slope gains over the leg is neglected.
+    /// so little a slope gains over the leg is neglected. NaN, in the line or the box, proves no
+    /// miss.
     KVGEOM_API int operator&&(const GBox& box) const;
 };
 typedef tagGBoreLine GBoreLine;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/kernel/assertion_hook.h>
-#include <kvgeom/kernel/constants.h>
 #include <kvgeom/kernel/extremes.h>
+#include <kvgeom/kernel/infinity.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/g4x4_conversion.h>
 #include <kvgeom/maps/homogeneous_parts.h>
@@ -22,10 +22,10 @@ void ReportNegativeRadius(const GBoreLine& l) {
 }
 
 double Clamped(double limit) {
-    if (limit > kUnbounded) {
-        return kUnbounded;
+    if (limit > kGInfinity) {
+        return kGInfinity;
     }
-    return limit < -kUnbounded ? -kUnbounded : limit;
+    return limit < -kGInfinity ? -kGInfinity : limit;
 }
 
 // The bore line rebuilt from the images of five points: under a map that is no similarity a

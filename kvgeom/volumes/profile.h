@@ -45,7 +45,7 @@ GBox RangeOfImages(const GPosition* points, unsigned long count, BothImages both
     }
     for (unsigned long i = 0; i < n; ++i) {
         if (!both(points[i], images.Get()[i], images.Get()[n + i])) {
-            return kAllSpaceBox;
+            return kGAllSpaceBox;
         }
     }
     return BuildBox(2 * n, images.Get());

@@ -114,7 +114,7 @@ void IsPtInPtFence(const GPtFence& fence, GPosition* planePoints, GUnitVector* p
                    const GPosition& q, int* inside, long* err) {
     *err = kSuccess;
     int result = 1;
-    if (HasPlanes(fence)) {
+    if (fence.m_count >= kFewestPointsWithPlanes) {
         for (unsigned long i = 0; i <= fence.m_count; ++i) {
             if (planeNormals[i] % (q - planePoints[i]) < 0) {
                 result = 0;

@@ -32,7 +32,7 @@ struct tagGPtFence {
     /// the distance tolerance. 1 says that it may meet it; near edges and corners of the fence 1 is
     /// also given for a miss, and always for a fence of fewer than three points. Fences of more
     /// than 6 points take memory from the heap for the call; where that is refused, "PtFence&&: no
-    /// memory" is passed and 0 returned.
+    /// memory" is passed and 0 returned. NaN proves no miss.
     KVGEOM_API int operator&&(const GBox& box) const;
 
     /// Maps the points in the caller's array, and the direction, and multiplies the limits by t's
@@ -45,13 +45,15 @@ typedef tagGPtFence GPtFence;
 /// Fills a fence: copies num points into the array that fence.m_points designates, and the rest.
 /// *err is 0; or 2, and the fence untouched, after the first of these messages that applies:
 /// "BuildPtFence: num < 4", "BuildPtFence: pts aren't closed" (first and last point further apart
-/// than the distance tolerance), "BuildPtFence: front < back".
+/// than the distance tolerance), "BuildPtFence: front < back". err must not be null; pts may be
+/// null where num is 0.
 KVGEOM_API void BuildPtFence(unsigned long num, const GPosition* const pts, GUnitVector dir,
                              double front, double back, GPtFence& fence, long* err);
 
 /// Tells whether q lies on the inner side of, or on, all planes that FindPlanes wrote for the
-/// fence: *inside is 1 or 0. No tolerance is involved. Of a fence without planes (FindPlanes),
-/// *inside is 1 and nothing is read. *err is always 0.
+/// fence: *inside is 1 or 0. No tolerance is involved; a distance of NaN counts as inside. Of the
+/// fence the count alone is looked at: for fewer than three points *inside is 1, and nothing is
+/// read. *err is always 0; err must not be null.
 KVGEOM_API void IsPtInPtFence(const GPtFence& fence, GPosition* planePoints,
                               GUnitVector* planeNormals, const GPosition& q, int* inside,
                               long* err);

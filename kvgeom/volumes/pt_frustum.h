@@ -21,7 +21,7 @@ struct tagGPtFrustum {
 typedef tagGPtFrustum GPtFrustum;
 
 /// Fills a frustum: copies the fence's points into the array that frustum.m_fence.m_points
-/// designates, and the rest. Never fails, and doesn't write *err.
+/// designates, and the rest. Never fails, and doesn't write *err: err may be null.
 KVGEOM_API void BuildPtFrustum(const GPtFence& fence, const GPosition& eye, GPtFrustum& frustum,
                                long* err);
 

@@ -64,8 +64,9 @@ void BuildRtPrism(const GPosition* const pts, unsigned long num, GUnitVector nor
     const GPosition to = num > 1 ? pts[1] : from;
     GPosition* const points = prism.m_points;
     CopyPoints(pts, num, points);
+    const unsigned long count = points != nullptr ? num : 0;
     const GVector to_base = b_depth * normal;
-    for (unsigned long i = 0; i < num; ++i) {
+    for (unsigned long i = 0; i < count; ++i) {
         points[i] += to_base;
     }
 
@@ -75,9 +76,9 @@ void BuildRtPrism(const GPosition* const pts, unsigned long num, GUnitVector nor
         return;
     }
     const GUnitVector y_axis = Direction(GVector(normal) * GVector(x_axis));
-    prism.m_transf = CoordinateTransf(points[0], x_axis, y_axis);
+    prism.m_transf = CoordinateTransf(from + to_base, x_axis, y_axis);
     const GTransf to_own_frame = prism.m_transf.Inverse();
-    for (unsigned long i = 0; i < num; ++i) {
+    for (unsigned long i = 0; i < count; ++i) {
         points[i] *= to_own_frame;
         points[i].m_z = 0.0;
     }

@@ -29,7 +29,8 @@ typedef tagGRtPrism GRtPrism;
 /// Fills a prism from points of its own frame: copies num points into the array that prism.m_points
 /// designates, and the rest. *err is 0; or 2, and the prism untouched, after "BuildRtPrism: pts
 /// aren't closed" (first and last point further apart than the distance tolerance, or no points) or
-/// "BuildRtPrism: height is negative".
+/// "BuildRtPrism: height is negative". err must not be null; pts may be null where num is 0. A null
+/// prism.m_points takes no points, all else is as told.
 KVGEOM_API void BuildRtPrism(const GTransf& t, const GPosition* const pts, unsigned long num,
                              double height, GRtPrism& prism, long* err);
 
@@ -41,7 +42,7 @@ KVGEOM_API void BuildRtPrism(const GTransf& t, const GPosition* const pts, unsig
 /// "BuildRtPrism: normal is invalid" (null), "BuildRtPrism: pts aren't closed", "BuildRtPrism:
 /// f_depth < b_depth". When the first two points coincide, "BuildRtPrism: pts[0] and pts[1] are the
 /// same\n" is passed after BuildUnitVector's message; the array then holds the moved points. So it
-/// is, without BuildUnitVector's message, when their distance overflows.
+/// is, without BuildUnitVector's message, when their distance overflows. Null pointers as above.
 KVGEOM_API void BuildRtPrism(const GPosition* const pts, unsigned long num, GUnitVector normal,
                              double f_depth, double b_depth, GRtPrism& prism, long* err);
 

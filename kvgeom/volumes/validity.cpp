@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <kvgeom/kernel/assertion_hook.h>
-#include <kvgeom/kernel/constants.h>
+#include <kvgeom/kernel/infinity.h>
 #include <kvgeom/kernel/tolerance_state.h>
 #include <kvgeom/maps/validity.h>
 #include <kvgeom/points/validity.h>
@@ -89,7 +89,7 @@ void Gassert_valid(const GRtPrism& prism) {
             prism.m_points, prism.m_count, MeanZ(prism.m_points, prism.m_count),
             [](const GPosition& p) { return p.m_z; }, "GRtPrism: point set is not planar in xz");
     }
-    if (prism.m_height < 0 || prism.m_height > kUnbounded) {
+    if (prism.m_height < 0 || prism.m_height > kGInfinity) {
         Gassert_debug("GRtPrism: invalid height");
     }
 }
@@ -111,7 +111,7 @@ void Gassert_valid(const GPtFence& fence) {
             [&d](const GPosition& p) { return d % p; },
             "GPtFence: point set is not planar with respect to direction vector");
     }
-    if (fence.m_back > fence.m_front || fence.m_front > kUnbounded || fence.m_back < -kUnbounded) {
+    if (fence.m_back > fence.m_front || fence.m_front > kGInfinity || fence.m_back < -kGInfinity) {
         Gassert_debug("GPtFence: invalid m_front or m_back");
     }
 }

@@ -24,6 +24,7 @@ SCENARIO, SCENARIO_WITH_FAULTS = sys.argv[1:3]
 HEADER = b"Windows Registry Editor Version 5.00\n\n"
 SECTION = b"[HKEY_LOCAL_MACHINE\\SOFTWARE\\Kestrine\\Veltor\\Core\\Debug]\n"
 HEAD = HEADER + SECTION
+REMOVED = b"[-" + SECTION[1:]
 SKIP = b'"SkipCheckGeom3dBoundaries"=dword:00000001\n'
 NEW = b'"New"=dword:00000007\n'
 
@@ -61,11 +62,18 @@ class RegistryFile(Test):
             "the last counts": HEAD + name + b"dword:2\n" + SKIP,
             "also the last section": HEAD + name + b'dword:2\n[Other]\n"x"=""\n' + SECTION + SKIP,
             "no line end": HEAD + name + b"dword:00000001",
+            "set after it was removed": HEAD + name + b"-\n" + SKIP,
+            "set after its key was removed": HEADER + REMOVED + SECTION + SKIP,
+            "another one removed": HEAD + SKIP + b'"x"=-\n"SkipCheckGeom3dBoundaries2"=-',
+            "other keys removed": HEAD + SKIP + REMOVED[:-2] + b"\\x]\n" + REMOVED[:-3] + b"]\n[-x]\n",
         }
         not_found = {
             "five bytes": HEAD + name + b"hex:01,\\\n02,03,04,05\n",
             "no bytes": HEAD + name + b"hex:\n",
             "another section": HEADER + b"[HKEY_LOCAL_MACHINE\\SOFTWARE]\n" + SKIP,
+            "removed": HEAD + SKIP + b'"sKIPCheckGeom3dBoundaries" = - ',
+            "key removed": HEAD + SKIP + REMOVED.lower() + SKIP,
+            "key above removed": HEAD + SKIP + b"[-HKEY_LOCAL_MACHINE\\SOFTWARE]",
             "a longer name": HEAD + b'"SkipCheckGeom3dBoundaries2"=dword:1\n',
             "a shorter name": HEAD + b'"SkipCheckGeom3dBoundarie"=dword:1\n',
             # What follows can't be parsed.
@@ -74,7 +82,7 @@ class RegistryFile(Test):
             "another header": b"REGEDIT4\n" + SECTION + SKIP,
             "no section": HEADER + b'"x"=dword:1\n' + SECTION + SKIP,
         } | {line.decode("latin1"): HEAD + SKIP + line + b"\n" for line in [
-            b"word", b"\x00\xff\x1b", b"[Other", b"=dword:1", b'"x=dword:1', b'"x"=', b'"x"=-', b'"x"=dword:',
+            b"word", b"\x00\xff\x1b", b"[Other", b"=dword:1", b'"x=dword:1', b'"x"=', b'"x"=--', b'"x"=- 1', b'"x"=dword:',
             b'"x"=dword:000000001', b'"x"=dword:12g', b'"x"=hex:01,2', b'"x"=hex:01,,02', b'"x"=hex:01,',
             b'"x"=hex():01', b'"x"="text\\"', b'"x"="text" more']}
         for contents, expected in ((found, "0\n"), (not_found, "1\n")):
@@ -103,6 +111,8 @@ class RegistryFile(Test):
             (before + SECTION + old + after, before + SECTION + old + NEW + after),
             (before + SECTION + long + old + after, before + SECTION + NEW + old + after),
             (HEAD + old[:-1], HEAD + old + NEW),
+            (HEAD + NEW + b'"new"=-\n' + old, HEAD + NEW + b'"new"=-\n' + old + NEW),
+            (HEAD + NEW + REMOVED + old, HEAD + NEW + REMOVED + old + b"\n" + SECTION + NEW),
             (HEADER[:-2] + b"\r\n", HEAD.replace(b"\n", b"\r\n") + NEW[:-1] + b"\r\n")]:
             self.path.write_bytes(content)
             for value in "entry=New,7", "entry=New,8":
@@ -126,6 +136,17 @@ class RegistryFile(Test):
         self.assertTrue(self.path.is_symlink())
         self.assertEqual(target.read_bytes(), HEAD + NEW)
         self.assertEqual(stat.S_IMODE(target.stat().st_mode), 0o640)
+
+    def test_is_made_where_links_lead_that_have_no_target_yet(self):
+        self.path.symlink_to("second.reg")
+        (self.folder / "second.reg").symlink_to("below/third.reg")
+        self.expect("7\n", "entry=New,7")
+        self.assertEqual((self.folder / "below/third.reg").read_bytes(), HEAD + NEW)
+        self.assertTrue(self.path.is_symlink() and (self.folder / "second.reg").is_symlink())
+        circle = self.folder / "circle.reg"
+        circle.symlink_to(circle)
+        self.expect("1\n0\n", "boundary", "entry=New,7", path=circle)
+        self.assertTrue(circle.is_symlink())
 
     def test_is_made_with_its_folder(self):
         path = self.folder / "a/b/registry.reg"

@@ -13,8 +13,8 @@ const std::vector<GPosition> kSquare = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 
 const char* const kNoPoints = "GBox: can't build with 0 points";
 
 int Holds(const GPtFence& fence, const GPosition& q) {
-    const std::unique_ptr<GPosition[]> points(new GPosition[fence.m_count + 1]);
-    const std::unique_ptr<GUnitVector[]> normals(new GUnitVector[fence.m_count + 1]);
+    const auto points = std::make_unique<GPosition[]>(fence.m_count + 1);
+    const auto normals = std::make_unique<GUnitVector[]>(fence.m_count + 1);
     fence.FindPlanes(points.get(), normals.get());
     int inside = 77;
     long err = 77;
@@ -45,6 +45,22 @@ TEST(PtFence, HoldsPointsUpToItsPlanesExactly) {
         {{1, 1, 1}, 1},     {{Up(1), 0.5, 0}, 0},   {{-1e-300, 0.5, 0}, 0}, {{0.5, kNaN, 0}, 1}};
     for (const auto& [q, expected] : rows) {
         EXPECT_EQ(Holds(fence, q), expected) << q.m_x << " " << q.m_z;
+    }
+}
+
+// Its points are asked for no more once the planes are found.
+TEST(PtFence, HoldsPointsByPlanesThatOutliveItsPoints) {
+    std::vector<GPosition> square = kSquare;
+    GPtFence fence = {5, square.data(), kZ, 1, -1};
+    GPosition points[6];
+    GUnitVector normals[6];
+    fence.FindPlanes(points, normals);
+    fence.m_points = nullptr;
+    for (const auto& [q, expected] : {std::pair(GPosition{0.5, 0.25, 1}, 1), {{0.5, 1.25, 0}, 0}}) {
+        int inside = 77;
+        long err = 77;
+        IsPtInPtFence(fence, points, normals, q, &inside, &err);
+        EXPECT_EQ(inside, expected);
     }
 }
 
@@ -111,6 +127,28 @@ TEST(RtPrism, IsBuiltInPlaceWithItsPointsInThePlane) {
     EXPECT_EQ(Numbers(prism.m_transf.m_translation), (std::vector<double>{0, 0, -1}));
     EXPECT_EQ(Numbers(points[1]), Numbers(kSquare[1]));
     EXPECT_EQ(Numbers(points[2]), Numbers(kSquare[2]));
+}
+
+TEST(RtPrism, WithoutRoomForPointsIsBuiltAllTheSame) {
+    std::vector<GPosition> points = kSquare;
+    GRtPrism with_points = {{}, points.data(), 0, 0};
+    GRtPrism without = {{}, nullptr, 0, 0};
+    const GVector slanted = {0.25, -0.5, 2};
+    for (const bool has_frame : {false, true}) {
+        for (GRtPrism* prism : {&with_points, &without}) {
+            long err = 77;
+            if (has_frame) {
+                BuildRtPrism(TranslateTransf(slanted), kSquare.data(), 5, 3, *prism, &err);
+            } else {
+                BuildRtPrism(kSquare.data(), 5, kZ, 2, -1, *prism, &err);
+            }
+            EXPECT_EQ(err, 0);
+        }
+        EXPECT_EQ(Bits(without.m_transf), Bits(with_points.m_transf));
+        EXPECT_EQ(without.m_count, 5U);
+        EXPECT_EQ(without.m_height, 3);
+        EXPECT_EQ(without.m_points, nullptr);
+    }
 }
 
 }  // namespace
