@@ -28,7 +28,7 @@ def main(program, output, pages):
             functions += f'void {function}() {{\n#line {line} "{page}"\n{sample[1]}}}\n\n'
             calls += f'    std::puts("# {name}");\n    {function}();\n'
             expected += f"# {name}\n{sample[2] or ''}"
-    headers = "".join(f"#include <{h}>\n" for h in ("kvgeom/kvgeom.h", "atomic", "cstdio", "thread"))
+    headers = "".join(f"#include <{h}>\n" for h in ("kvgeom/kvgeom.h", "atomic", "cmath", "cstdio", "thread"))
     with open(program, "w", encoding="utf-8") as file:
         file.write(f"{headers}\nnamespace {{\n\n{functions}}}  // namespace\n\nint main() {{\n{calls}}}\n")
     with open(output, "w", encoding="utf-8") as file:
