@@ -17,6 +17,99 @@ struct Triples {
     Lanes z;
 };
 
+constexpr auto kEach = std::make_integer_sequence<int, kLanes>();
+
+inline void StoreVector(double* to, Lanes x, bool streams) {
+    if (streams) {
+        StreamLanes(to, x);
+    } else {
+        StoreLanes(to, x);
+    }
+}
+
+// Pairs of numbers
+//
+// An array of records is an array of pairs of numbers. Vectors are made of pairs that belong to the
+// same place of different records, and then their lanes are exchanged within pairs, which one
+// instruction does on every processor; to bring pairs into the halves of a vector of four lanes,
+// loading them costs least. Vectors of eight lanes are rearranged at once.
+
+// The even (0) or the odd (1) lane of each pair of a, and the even or the odd lane of the same pair
+// of b.
+template <int of_a, int of_b, int... lane>
+Lanes Paired(Lanes a, Lanes b, std::integer_sequence<int, lane...>) {
+    return __builtin_shufflevector(a, b,
+                                   (lane % 2 == 0 ? lane + of_a : kLanes + lane - 1 + of_b)...);
+}
+
+#if !defined(__AVX512F__)
+
+// In memory, the pairs follow each other: first those of the low halves, then, where there are four
+// lanes, those of the high halves.
+template <int count>
+struct Pairs {
+    Lanes vectors[count];
+};
+
+#if defined(__AVX2__)
+
+template <int count>
+Pairs<count> LoadPairs(const double* from) {
+    typedef double Pair __attribute__((vector_size(2 * sizeof(double))));
+    Pairs<count> result;
+    for (int i = 0; i < count; ++i) {
+        Pair low;
+        Pair high;
+        __builtin_memcpy(&low, from + 2 * i, sizeof low);
+        __builtin_memcpy(&high, from + 2 * (count + i), sizeof high);
+        result.vectors[i] = __builtin_shufflevector(low, high, 0, 1, 2, 3);
+    }
+    return result;
+}
+
+// The low (0) or the high (1) half of a, then that of b.
+template <int of_a, int of_b>
+Lanes JoinedHalves(Lanes a, Lanes b) {
+    return __builtin_shufflevector(a, b, 2 * of_a, 2 * of_a + 1, 4 + 2 * of_b, 5 + 2 * of_b);
+}
+
+template <int count>
+void StorePairs(double* to, const Pairs<count>& pairs, bool streams) {
+    const Lanes(&v)[count] = pairs.vectors;
+    for (int i = 0; i < count; ++i) {
+        const int first = 2 * i;
+        const int second = first + 1;
+        const Lanes vector = second < count ? JoinedHalves<0, 0>(v[first], v[second])
+                             : first < count
+                                 ? JoinedHalves<0, 1>(v[first], v[second - count])
+                                 : JoinedHalves<1, 1>(v[first - count], v[second - count]);
+        StoreVector(to + kLanes * i, vector, streams);
+    }
+}
+
+#else
+
+template <int count>
+Pairs<count> LoadPairs(const double* from) {
+    Pairs<count> result;
+    for (int i = 0; i < count; ++i) {
+        result.vectors[i] = LoadLanes(from + kLanes * i);
+    }
+    return result;
+}
+
+template <int count>
+void StorePairs(double* to, const Pairs<count>& pairs, bool streams) {
+    for (int i = 0; i < count; ++i) {
+        StoreVector(to + kLanes * i, pairs.vectors[i], streams);
+    }
+}
+
+#endif
+#endif
+
+#if defined(__AVX512F__)
+
 // Component k of kLanes triples, which follow one another in the vectors a, b, c: numbers k, k + 3,
 // k + 6, ... of these.
 template <int k, int... lane>
@@ -41,6 +134,8 @@ Lanes Part(const Triples& t, std::integer_sequence<int, lane...>) {
         x_and_y, t.z, ((kFirst + lane) % 3 == 2 ? kLanes + (kFirst + lane) / 3 : lane)...);
 }
 
+#endif
+
 // The even lanes (0) or the odd lanes (1) of two vectors, one after the other.
 template <int odd, int... lane>
 Lanes EverySecond(Lanes a, Lanes b, std::integer_sequence<int, lane...>) {
@@ -53,25 +148,31 @@ Lanes Interleaved(Lanes a, Lanes b, std::integer_sequence<int, lane...>) {
     return __builtin_shufflevector(a, b, (lane % 2 * kLanes + (half * kLanes + lane) / 2)...);
 }
 
-constexpr auto kEach = std::make_integer_sequence<int, kLanes>();
-
 inline Triples LoadTriples(const double* from) {
+#if defined(__AVX512F__)
     const Lanes a = LoadLanes(from);
     const Lanes b = LoadLanes(from + kLanes);
     const Lanes c = LoadLanes(from + 2 * kLanes);
     return {Component<0>(a, b, c, kEach), Component<1>(a, b, c, kEach),
             Component<2>(a, b, c, kEach)};
+#else
+    // Two triples are the pairs x y, z x, y z.
+    const auto [xy, zx, yz] = LoadPairs<3>(from).vectors;
+    return {Paired<0, 1>(xy, zx, kEach), Paired<1, 0>(xy, yz, kEach), Paired<0, 1>(zx, yz, kEach)};
+#endif
 }
 
 inline void StoreTriples(double* to, const Triples& t, bool streams) {
-    const Lanes vectors[3] = {Part<0>(t, kEach), Part<1>(t, kEach), Part<2>(t, kEach)};
-    for (int i = 0; i < 3; ++i) {
-        if (streams) {
-            StreamLanes(to + i * kLanes, vectors[i]);
-        } else {
-            StoreLanes(to + i * kLanes, vectors[i]);
-        }
-    }
+#if defined(__AVX512F__)
+    StoreVector(to, Part<0>(t, kEach), streams);
+    StoreVector(to + kLanes, Part<1>(t, kEach), streams);
+    StoreVector(to + 2 * kLanes, Part<2>(t, kEach), streams);
+#else
+    StorePairs<3>(to,
+                  {{Paired<0, 0>(t.x, t.y, kEach), Paired<0, 1>(t.z, t.x, kEach),
+                    Paired<1, 1>(t.y, t.z, kEach)}},
+                  streams);
+#endif
 }
 
 // How several records of a kind are held in lanes: as triples, where no specialisation says
