@@ -51,61 +51,46 @@ struct Pairs {
     Lanes vectors[count];
 };
 
-#if defined(__AVX2__)
-
 template <int count>
 Pairs<count> LoadPairs(const double* from) {
-    typedef double Pair __attribute__((vector_size(2 * sizeof(double))));
     Pairs<count> result;
     for (int i = 0; i < count; ++i) {
-        Pair low;
-        Pair high;
-        __builtin_memcpy(&low, from + 2 * i, sizeof low);
-        __builtin_memcpy(&high, from + 2 * (count + i), sizeof high);
-        result.vectors[i] = __builtin_shufflevector(low, high, 0, 1, 2, 3);
+#if defined(__AVX2__)
+        // GCC 12 makes two instructions of the plain form.
+        result.vectors[i] = _mm256_loadu2_m128d(from + 2 * (count + i), from + 2 * i);
+#else
+        result.vectors[i] = LoadLanes(from + kLanes * i);
+#endif
     }
     return result;
 }
 
+#if defined(__AVX2__)
 // The low (0) or the high (1) half of a, then that of b.
 template <int of_a, int of_b>
 Lanes JoinedHalves(Lanes a, Lanes b) {
     return __builtin_shufflevector(a, b, 2 * of_a, 2 * of_a + 1, 4 + 2 * of_b, 5 + 2 * of_b);
 }
+#endif
 
 template <int count>
 void StorePairs(double* to, const Pairs<count>& pairs, bool streams) {
     const Lanes(&v)[count] = pairs.vectors;
     for (int i = 0; i < count; ++i) {
+#if defined(__AVX2__)
         const int first = 2 * i;
         const int second = first + 1;
         const Lanes vector = second < count ? JoinedHalves<0, 0>(v[first], v[second])
                              : first < count
                                  ? JoinedHalves<0, 1>(v[first], v[second - count])
                                  : JoinedHalves<1, 1>(v[first - count], v[second - count]);
+#else
+        const Lanes vector = v[i];
+#endif
         StoreVector(to + kLanes * i, vector, streams);
     }
 }
 
-#else
-
-template <int count>
-Pairs<count> LoadPairs(const double* from) {
-    Pairs<count> result;
-    for (int i = 0; i < count; ++i) {
-        result.vectors[i] = LoadLanes(from + kLanes * i);
-    }
-    return result;
-}
-
-template <int count>
-void StorePairs(double* to, const Pairs<count>& pairs, bool streams) {
-    for (int i = 0; i < count; ++i) {
-        StoreVector(to + kLanes * i, pairs.vectors[i], streams);
-    }
-}
-
-#endif
 #endif
 
 #if defined(__AVX512F__)
