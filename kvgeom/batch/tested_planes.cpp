@@ -2,11 +2,26 @@
 #include <kvgeom/batch/tested_planes.h>
 #include <kvgeom/kernel/constants.h>
 
+#include <algorithm>
+
 namespace kvgeom::detail {
 namespace {
 
 bool IsNull(const GVector& normal) {
     return normal.GetLength() <= kUnitTolerance;
+}
+
+// The furthest corner along a direction, or the nearest one.
+unsigned FindCorner(const GVector& direction, bool is_furthest) {
+    const auto bit = [=](double x, unsigned axis) {
+        return ((x > 0) == is_furthest ? 1U : 0U) << axis;
+    };
+    return bit(direction.m_x, 0) | bit(direction.m_y, 1) | bit(direction.m_z, 2);
+}
+
+void SortByCorner(TestedPlane* planes, unsigned long count) {
+    std::sort(planes, planes + count,
+              [](const TestedPlane& a, const TestedPlane& b) { return a.corner < b.corner; });
 }
 
 unsigned long CountPlanes(const GPtFence& fence) {
@@ -27,11 +42,9 @@ bool FindTestedPlanes(const GClipVolume& volume, bool looks_at_furthest,
         }
         const GUnitVector u = PlaneNormal(plane);
         const GVector offset = plane[3] * u;
-        planes[k] = {u, offset, u % offset, {}};
-        for (int axis = 0; axis < 3; ++axis) {
-            planes[k].looks_high[axis] = (plane[axis] > 0) == looks_at_furthest;
-        }
+        planes[k] = {u, offset, u % offset, FindCorner(normal, looks_at_furthest)};
     }
+    SortByCorner(planes, static_cast<unsigned long>(PlaneCount(volume)));
     return true;
 }
 
@@ -58,8 +71,9 @@ bool FencePlanes::FindForBoxes() {
     for (unsigned long i = 0; i < m_count; ++i) {
         const GVector n = m_normals.Get()[i];
         const GVector foot = (m_points.Get()[i] % n) * n;
-        m_tested.Get()[i] = {n, -foot, n % -foot, {n.m_x > 0, n.m_y > 0, n.m_z > 0}};
+        m_tested.Get()[i] = {n, -foot, n % -foot, FindCorner(n, true)};
     }
+    SortByCorner(m_tested.Get(), m_count);
     return true;
 }
 
@@ -69,7 +83,7 @@ void FencePlanes::FindForPositions() {
         const GPosition& p = m_points.Get()[i];
         const GVector n = m_normals.Get()[i];
         const GVector offset = {-p.m_x, -p.m_y, -p.m_z};
-        m_tested.Get()[i] = {n, offset, n % offset, {}};
+        m_tested.Get()[i] = {n, offset, n % offset, 0};
     }
 }
 

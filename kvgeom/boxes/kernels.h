@@ -19,8 +19,9 @@ struct TestedPlane {
     GVector normal;
     GVector offset;
     double normal_offset;  // normal % offset
-    // For each axis, whether the tested corner of a box lies on the high side.
-    bool looks_high[3];
+    // Which corner of a box is tested: bit 0 is set when it lies on the high side in x, bit 1 in y,
+    // bit 2 in z.
+    unsigned corner;
 };
 
 struct BoxKernels {
@@ -34,7 +35,7 @@ struct BoxKernels {
     unsigned long (*box_holds_boxes)(const GBox&, const GBox*, unsigned long, unsigned char*);
     unsigned long (*box_holds_positions)(const GBox&, const GPosition*, unsigned long,
                                          unsigned char*);
-    // 1 unless the tested corner lies outside of some plane.
+    // 1 unless the tested corner lies outside of some plane. The planes are sorted by corner.
     unsigned long (*planes_and_boxes)(const TestedPlane*, unsigned long planes, double limit,
                                       const GBox*, unsigned long, unsigned char*);
     unsigned long (*planes_hold_positions)(const TestedPlane*, unsigned long planes,

@@ -70,36 +70,8 @@ inline Lanes SquaredLength(const Corners& box) {
     return SquaredLength(box.low) + SquaredLength(box.high);
 }
 
-// As the single tests find it.
-constexpr auto Distance = [](const TestedPlane& plane, const Triples& p) {
-    const GVector& n = plane.normal;
-    const GVector& o = plane.offset;
-    return n.m_x * (p.x + o.m_x) + n.m_y * (p.y + o.m_y) + n.m_z * (p.z + o.m_z);
-};
-
-constexpr auto NearDistance = [](const TestedPlane& plane, const Triples& p) {
-    const GVector& n = plane.normal;
-    const Lanes of_z = MultiplyAdd(p.z, All(n.m_z), All(plane.normal_offset));
-    return MultiplyAdd(p.x, All(n.m_x), MultiplyAdd(p.y, All(n.m_y), of_z));
-};
-
-// The corner of a box that is looked at.
-inline Triples Corner(const Corners& box, const TestedPlane& plane) {
-    const auto& high = plane.looks_high;
-    const auto choose = [&](const Lanes& x, const Lanes& y) -> Triples {
-        return high[2] ? Triples{x, y, box.high.z} : Triples{x, y, box.low.z};
-    };
-    if (high[0]) {
-        return high[1] ? choose(box.high.x, box.high.y) : choose(box.high.x, box.low.y);
-    }
-    return high[1] ? choose(box.low.x, box.high.y) : choose(box.low.x, box.low.y);
-}
-inline const Triples& Corner(const Triples& p, const TestedPlane&) {
-    return p;
-}
-
 // Two groups at a time, so that the numbers of a plane are fetched once for both.
-constexpr unsigned kPair = 2 * kFull;
+constexpr int kPair = 2 * kLanes;
 
 struct LanesPair {
     Lanes first;
@@ -116,43 +88,110 @@ struct LanesPair {
     }
 };
 
-inline void StorePairOfBits(unsigned char* answers, unsigned bits) {
-    StoreBits(answers, bits);
-    StoreBits(answers + kLanes, bits >> kLanes);
+// The distances of two groups of points from a plane, as the single tests find them.
+struct ExactDistances {
+    static LanesPair Find(const TestedPlane& plane, const Triples& first, const Triples& second) {
+        return {Find(plane, first), Find(plane, second)};
+    }
+    static Lanes Find(const TestedPlane& plane, const Triples& p) {
+        const GVector& n = plane.normal;
+        const GVector& o = plane.offset;
+        return n.m_x * (p.x + o.m_x) + n.m_y * (p.y + o.m_y) + n.m_z * (p.z + o.m_z);
+    }
+};
+
+// The same within the margin. A number of the plane is held only while it is used: two groups of
+// boxes and their least distances take fourteen registers, and many processors have sixteen.
+struct NearDistances {
+    static LanesPair Find(const TestedPlane& plane, const Triples& first, const Triples& second) {
+        LanesPair sum = {LoadOne(plane.normal_offset), LoadOne(plane.normal_offset)};
+        const auto add = [&](const double& n, const Lanes& of_first, const Lanes& of_second) {
+            const Lanes factor = LoadOne(n);
+            sum.first = MultiplyAdd(of_first, factor, sum.first);
+            sum.second = MultiplyAdd(of_second, factor, sum.second);
+        };
+        add(plane.normal.m_z, first.z, second.z);
+        add(plane.normal.m_y, first.y, second.y);
+        add(plane.normal.m_x, first.x, second.x);
+        return sum;
+    }
+};
+
+// The planes that look at each of the eight corners of boxes, one corner's after another's, so that
+// no plane has to choose: begin[k] is the first one of corner k, and begin[8] the end.
+struct SortedPlanes {
+    const TestedPlane* begin[9];
+
+    SortedPlanes(const TestedPlane* planes, unsigned long count) {
+        unsigned long i = 0;
+        for (unsigned corner = 0; corner < 8; ++corner) {
+            begin[corner] = planes + i;
+            while (i < count && planes[i].corner == corner) {
+                ++i;
+            }
+        }
+        begin[8] = planes + count;
+    }
+};
+
+// Lowers the least distances to those of some planes; NaN counts for nothing.
+template <class Distances>
+void Lower(LanesPair& least, const TestedPlane* plane, const TestedPlane* end, const Triples& first,
+           const Triples& second) {
+    for (; plane != end; ++plane) {
+        const LanesPair distances = Distances::Find(*plane, first, second);
+        least.first = Smaller(least.first, distances.first);
+        least.second = Smaller(least.second, distances.second);
+    }
 }
 
-// The least distance of all planes; NaN counts for nothing.
-template <class Element, class Distance>
-LanesPair LeastDistance(const TestedPlane* planes, unsigned long count, const Element& first,
-                        const Element& second, Distance distance) {
+template <unsigned corner>
+Triples Corner(const Corners& box) {
+    return {(corner & 1U) != 0 ? box.high.x : box.low.x,
+            (corner & 2U) != 0 ? box.high.y : box.low.y,
+            (corner & 4U) != 0 ? box.high.z : box.low.z};
+}
+
+// The least distances from all planes, of points or of the corners that the planes look at.
+template <class Distances, unsigned... corner>
+LanesPair LeastDistances(const SortedPlanes& planes, const Corners& first, const Corners& second,
+                         std::integer_sequence<unsigned, corner...>) {
     LanesPair least = {All(__builtin_inf()), All(__builtin_inf())};
-    for (unsigned long k = 0; k < count; ++k) {
-        const TestedPlane plane = planes[k];
-        least.first = Smaller(least.first, distance(plane, Corner(first, plane)));
-        least.second = Smaller(least.second, distance(plane, Corner(second, plane)));
-    }
+    (Lower<Distances>(least, planes.begin[corner], planes.begin[corner + 1], Corner<corner>(first),
+                      Corner<corner>(second)),
+     ...);
+    return least;
+}
+template <class Distances>
+LanesPair LeastDistances(const SortedPlanes& planes, const Corners& first, const Corners& second) {
+    return LeastDistances<Distances>(planes, first, second,
+                                     std::make_integer_sequence<unsigned, 8>());
+}
+template <class Distances>
+LanesPair LeastDistances(const SortedPlanes& planes, const Triples& first, const Triples& second) {
+    LanesPair least = {All(__builtin_inf()), All(__builtin_inf())};
+    Lower<Distances>(least, planes.begin[0], planes.begin[8], first, second);
     return least;
 }
 
 // Tests boxes or points by the filter, and those that it leaves undecided once more by
 // exact(least distances, answers).
 template <class Record, class Exact>
-unsigned long TestByPlanes(const PlaneFilter& filter, const TestedPlane* planes,
-                           unsigned long plane_count, const Record* records, unsigned long count,
-                           unsigned char* answers, Exact exact) {
-    const auto test_pair = [=](const Record* in, unsigned char* out) {
+unsigned long TestByPlanes(const PlaneFilter& filter, const SortedPlanes& planes,
+                           const Record* records, unsigned long count, unsigned char* answers,
+                           Exact exact) {
+    const auto test_pair = [&](const Record* in, unsigned char* out) {
         const auto first = Load(in);
         const auto second = Load(in + kFull);
-        const LanesPair least = LeastDistance(planes, plane_count, first, second, NearDistance);
-        const LanesPair squared_lengths = {SquaredLength(first), SquaredLength(second)};
+        const Lanes squared_length = SquaredLength(first) + SquaredLength(second);
+        const LanesPair least = LeastDistances<NearDistances>(planes, first, second);
         const unsigned inside = least.BitsAbove(filter.above);
-        StorePairOfBits(out, inside);
-        const unsigned sure = (inside | least.BitsBelow(filter.below)) &
-                              squared_lengths.BitsBelow(filter.squared_reach);
-        return AreAll(sure) && AreAll(sure >> kLanes);
+        StoreBits<kPair>(out, inside);
+        return (inside | least.BitsBelow(filter.below)) == (1U << kPair) - 1 &&
+               AreAll(BitsBelow(squared_length, All(filter.squared_reach)));
     };
-    const auto test_exactly = [=](const Record* in, unsigned char* out) {
-        exact(LeastDistance(planes, plane_count, Load(in), Load(in + kFull), Distance), out);
+    const auto test_exactly = [&](const Record* in, unsigned char* out) {
+        exact(LeastDistances<ExactDistances>(planes, Load(in), Load(in + kFull)), out);
         return true;
     };
     const auto is_not_needed = [](const Record*, unsigned, unsigned char*) {};
@@ -167,10 +206,10 @@ unsigned long TestByPlanes(const PlaneFilter& filter, const TestedPlane* planes,
                                               double limit, const GBox* boxes, unsigned long count,
                                               unsigned char* answers) {
     const auto exact = [=](const LanesPair& least, unsigned char* out) {
-        StorePairOfBits(out, ~least.BitsBelow(limit));
+        StoreBits<kPair>(out, ~least.BitsBelow(limit));
     };
-    return TestByPlanes(PlaneFilter(planes, plane_count, limit, limit), planes, plane_count, boxes,
-                        count, answers, exact);
+    return TestByPlanes(PlaneFilter(planes, plane_count, limit, limit),
+                        SortedPlanes(planes, plane_count), boxes, count, answers, exact);
 }
 
 [[gnu::flatten]] unsigned long PlanesHoldPositions(const TestedPlane* planes,
@@ -178,10 +217,10 @@ unsigned long TestByPlanes(const PlaneFilter& filter, const TestedPlane* planes,
                                                    const GPosition* positions, unsigned long count,
                                                    unsigned char* answers) {
     const auto exact = [](const LanesPair& least, unsigned char* out) {
-        StorePairOfBits(out, ~least.BitsBelow(0));
+        StoreBits<kPair>(out, ~least.BitsBelow(0));
     };
-    return TestByPlanes(PlaneFilter(planes, plane_count, 0, 0), planes, plane_count, positions,
-                        count, answers, exact);
+    return TestByPlanes(PlaneFilter(planes, plane_count, 0, 0), SortedPlanes(planes, plane_count),
+                        positions, count, answers, exact);
 }
 
 [[gnu::flatten]] unsigned long PlacePositions(const TestedPlane* planes, unsigned long plane_count,
@@ -191,15 +230,16 @@ unsigned long TestByPlanes(const PlaneFilter& filter, const TestedPlane* planes,
         // What isn't outside lies on the boundary when the nearest plane is within tol.
         const unsigned outside = least.BitsBelow(-tol);
         const unsigned on_boundary = least.BitsAtMost(tol) & ~outside;
-        StorePairOfBits(out, ~(outside | on_boundary));
+        StoreBits<kPair>(out, ~(outside | on_boundary));
         unsigned char twos[kPair];
-        StorePairOfBits(twos, on_boundary);
-        for (unsigned k = 0; k < kPair; ++k) {
+        StoreBits<kPair>(twos, on_boundary);
+        for (int k = 0; k < kPair; ++k) {
             out[k] = static_cast<unsigned char>(out[k] + 2 * twos[k]);
         }
     };
     const PlaneFilter filter(planes, plane_count, -tol, tol < 0 ? -tol : tol);
-    return TestByPlanes(filter, planes, plane_count, positions, count, answers, exact);
+    return TestByPlanes(filter, SortedPlanes(planes, plane_count), positions, count, answers,
+                        exact);
 }
 
 }  // namespace

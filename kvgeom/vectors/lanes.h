@@ -122,15 +122,28 @@ inline Lanes MultiplyAdd(Lanes a, Lanes b, Lanes c) {
 #endif
 }
 
+// Has x in a register from here on. GCC would load it again for each use, or long before the first.
+inline void Hold(Lanes& x) {
+#if defined(__AVX512F__)
+    __asm__("" : "+v"(x));
+#elif defined(__SSE2__)
+    __asm__("" : "+x"(x));
+#else
+    static_cast<void>(x);
+#endif
+}
+
 inline Lanes LoadLanes(const double* from) {
     Lanes result;
     __builtin_memcpy(&result, from, sizeof result);
-    // Keeps it in a register; GCC would load it again for each use.
-#if defined(__AVX512F__)
-    __asm__("" : "+v"(result));
-#elif defined(__SSE2__)
-    __asm__("" : "+x"(result));
-#endif
+    Hold(result);
+    return result;
+}
+
+// The same number in all lanes.
+inline Lanes LoadOne(const double& from) {
+    Lanes result = All(from);
+    Hold(result);
     return result;
 }
 
@@ -158,14 +171,19 @@ inline void EndStreaming() {
 #endif
 }
 
-// Writes the bits of kLanes answers as bytes.
-inline void StoreBits(unsigned char* answers, unsigned bits) {
-    // Byte i of eight copies keeps bit i alone. Adding 127 carries into the byte's top bit unless
-    // it is 0.
-    const unsigned long long copies = (bits & 0xFFU) * 0x0101010101010101ULL;
-    const unsigned long long chosen = copies & 0x8040201008040201ULL;
-    const unsigned long long bytes = (chosen + 0x7F7F7F7F7F7F7F7FULL) >> 7U & 0x0101010101010101ULL;
-    __builtin_memcpy(answers, &bytes, kLanes);
+// Writes the lowest bits as bytes.
+template <int count = kLanes>
+void StoreBits(unsigned char* answers, unsigned bits) {
+    constexpr int kAtOnce = 8;
+    for (int i = 0; i < count; i += kAtOnce) {
+        // Byte i of eight copies keeps bit i alone. Adding 127 carries into the byte's top bit
+        // unless it is 0.
+        const unsigned long long copies = (bits >> i & 0xFFU) * 0x0101010101010101ULL;
+        const unsigned long long chosen = copies & 0x8040201008040201ULL;
+        const unsigned long long bytes =
+            (chosen + 0x7F7F7F7F7F7F7F7FULL) >> 7U & 0x0101010101010101ULL;
+        __builtin_memcpy(answers + i, &bytes, count - i < kAtOnce ? count - i : kAtOnce);
+    }
 }
 
 }  // namespace
