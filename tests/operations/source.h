@@ -17,12 +17,22 @@ class Source {
     /// The arguments are the numbers given, a list for each that is drawn, zeros where there are no
     /// more. Flags follow a record's numbers, a count is before them.
     Source(Random& random, const std::vector<std::vector<double>>& given)
-        : m_random(random), m_given(&given) {}
+        : m_random(random), m_given(&given), m_taken(given.size()) {}
 
     Random& GetRandom() { return m_random; }
     bool IsGiven() const { return m_given != nullptr; }
     /// Goes on to the next argument.
     void BeginArgument() { m_is_begun = false; }
+    /// Whether each argument took all numbers of its list, and found none missing there. Zeros may
+    /// stand for nothing: the last arguments, any that has an empty list, flags, whole planes.
+    bool WasGivenRight() const {
+        for (size_t i = 0; i < m_taken.size(); ++i) {
+            if (m_taken[i] != (*m_given)[i].size()) {
+                return false;
+            }
+        }
+        return !m_lacks_numbers;
+    }
     /// How many elements the next list holds; one that holds none is done with.
     template <class Value>
     size_t CountGiven() {
@@ -50,31 +60,46 @@ class Source {
     }
 
   private:
-    double NextGiven() {
+    double NextGiven(bool may_lack) {
         m_argument += m_is_begun ? 0 : 1;
         m_number = m_is_begun ? m_number + 1 : 0;
         m_is_begun = true;
-        const bool is_there =
-            m_argument <= m_given->size() && m_number < (*m_given)[m_argument - 1].size();
-        return is_there ? (*m_given)[m_argument - 1][m_number] : 0;
+        if (m_argument > m_given->size()) {
+            return 0;
+        }
+        const std::vector<double>& list = (*m_given)[m_argument - 1];
+        if (m_number >= list.size()) {
+            m_lacks_numbers = m_lacks_numbers || !(list.empty() || may_lack);
+            return 0;
+        }
+        ++m_taken[m_argument - 1];
+        return list[m_number];
+    }
+
+    bool HasWholePlanes() const {
+        return m_argument <= m_given->size() && (*m_given)[m_argument - 1].size() % 4 == 1;
     }
 
     template <class Value>
-    Value Given() {
+    Value Given(bool may_lack = false) {
         if constexpr (std::is_arithmetic_v<Value>) {
-            return static_cast<Value>(NextGiven());
+            return static_cast<Value>(NextGiven(may_lack));
         } else {
             Value record = {};
             if constexpr (std::is_same_v<Value, GClipVolume>) {
                 record.m_count = Given<unsigned char>();
             }
             std::array<double, CountNumbers<Value>()> numbers;
-            std::generate(numbers.begin(), numbers.end(), [this] { return NextGiven(); });
+            // A clip volume's count, and planes of four numbers each.
+            const bool has_planes = std::is_same_v<Value, GClipVolume>;
+            for (double& number : numbers) {
+                number = NextGiven(has_planes && HasWholePlanes());
+            }
             std::memcpy(&record, &numbers, sizeof numbers);
             if constexpr (requires { record.m_hasShear; }) {
-                record.m_hasRotation = Given<unsigned char>();
-                record.m_hasReflection = Given<unsigned char>();
-                record.m_hasShear = Given<unsigned char>();
+                record.m_hasRotation = Given<unsigned char>(true);
+                record.m_hasReflection = Given<unsigned char>(true);
+                record.m_hasShear = Given<unsigned char>(true);
             }
             return record;
         }
@@ -231,6 +256,9 @@ class Source {
     size_t m_argument = 0;
     size_t m_number = 0;
     bool m_is_begun = false;
+    // How many numbers of each list were taken.
+    std::vector<size_t> m_taken;
+    bool m_lacks_numbers = false;
     std::tuple<GVector, GUnitVector, GPosition, GMatrix, GTransf, G4x4, GBox, GClipVolume,
                GBoreLine, GBoreCone, GVector2d, GUnitVector2d, GPosition2d, GMatrix2d, GTransf2d,
                GBox2d>
