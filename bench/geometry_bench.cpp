@@ -9,6 +9,8 @@
 #include "model.h"
 #include "rivals/rivals.h"
 
+#include <kvgeom/vectors/choice.h>
+
 #include <benchmark/benchmark.h>
 #include <algorithm>
 #include <cmath>
@@ -212,6 +214,18 @@ void RegisterMemory() {
     }
 }
 
+const char* ChosenVectors() {
+    switch (kvgeom::detail::g_vectors) {
+        case kvgeom::detail::Vectors::kBaseline:
+            return "baseline";
+        case kvgeom::detail::Vectors::kAvx2:
+            return "AVX2";
+        case kvgeom::detail::Vectors::kAvx512:
+            return "AVX-512";
+    }
+    return "unknown";
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -222,11 +236,10 @@ int main(int argc, char** argv) {
     for (const Rival& rival : native::Rivals()) {
         benchmark::AddCustomContext(rival.name, rival.version);
     }
+    benchmark::AddCustomContext("vectors", ChosenVectors());
     RegisterComparisons();
     RegisterGrowth();
     RegisterMemory();
-    if (__builtin_cpu_supports("avx512f")) {
-        RegisterMachine();
-    }
+    RegisterMachine();
     benchmark::RunSpecifiedBenchmarks();
 }

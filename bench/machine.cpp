@@ -5,37 +5,53 @@
 
 #include <immintrin.h>
 
-#include <cstdint>
 #include <string>
 
-// How long the processor takes for an operation on eight numbers, when nothing waits for its result
-// but the next but seven of its kind. What a kernel can reach at best follows from these. Written
-// as assembly, lest the compiler find out that all this is for nothing.
+// How long the processor takes for an operation on the largest vectors that it has, when nothing
+// waits for its result but the next but seven of its kind. What a kernel can reach at best follows
+// from these. Written as assembly, lest the compiler find out that all this is for nothing.
+// Compiled for the processor that it is measured on.
 namespace bench {
 namespace {
 
-using Vector = __m512d;
+#if defined(__AVX512F__)
+typedef __m512d Vector;
+#elif defined(__AVX2__)
+typedef __m256d Vector;
+#endif
 
+#if defined(__AVX2__)
+
+constexpr int kLanes = sizeof(Vector) / sizeof(double);
 constexpr int kChains = 8;
 constexpr int kRounds = 1000;
 constexpr int kOperations = kChains * kRounds;
 
 struct Operands {
-    Vector number = _mm512_set1_pd(1.0);
-    __m512i order = _mm512_set_epi64(6, 4, 2, 0, 7, 5, 3, 1);
-    alignas(64) double memory[8 * kChains] = {};
+    Vector number = Vector{} + 1.0;
+    alignas(64) double memory[kLanes * kChains] = {};
+
+    double& Place(int i) { return memory[kLanes * i]; }
 };
 
 typedef void (*Operation)(Vector& chain, Operands& operands, int i);
 
 inline void Load(Vector& x, Operands& operands, int i) {
-    asm volatile("vmovupd %1, %0" : "=v"(x) : "m"(operands.memory[8 * i]));
+    asm volatile("vmovupd %1, %0" : "=v"(x) : "m"(operands.Place(i)));
 }
 inline void Store(Vector& x, Operands& operands, int i) {
-    asm volatile("vmovupd %1, %0" : "=m"(operands.memory[8 * i]) : "v"(x));
+    asm volatile("vmovupd %1, %0" : "=m"(operands.Place(i)) : "v"(x));
+}
+inline void Repeat(Vector& x, Operands& operands, int i) {
+    asm volatile("vbroadcastsd %1, %0" : "=v"(x) : "m"(operands.Place(i)));
 }
 inline void Permute(Vector& x, Operands& operands, int /*i*/) {
-    asm volatile("vpermt2pd %2, %1, %0" : "+v"(x) : "v"(operands.order), "v"(operands.number));
+#if defined(__AVX512F__)
+    const __m512i order = _mm512_set_epi64(6, 4, 2, 0, 7, 5, 3, 1);
+    asm volatile("vpermt2pd %2, %1, %0" : "+v"(x) : "v"(order), "v"(operands.number));
+#else
+    asm volatile("vunpcklpd %1, %0, %0" : "+v"(x) : "v"(operands.number));
+#endif
 }
 inline void Multiply(Vector& x, Operands& operands, int /*i*/) {
     asm volatile("vmulpd %1, %0, %0" : "+v"(x) : "v"(operands.number));
@@ -43,7 +59,10 @@ inline void Multiply(Vector& x, Operands& operands, int /*i*/) {
 inline void Add(Vector& x, Operands& operands, int /*i*/) {
     asm volatile("vaddpd %1, %0, %0" : "+v"(x) : "v"(operands.number));
 }
-inline void Compare(Vector& x, Operands& operands, int /*i*/) {
+inline void MultiplyAdd(Vector& x, Operands& operands, int /*i*/) {
+    asm volatile("vfmadd231pd %1, %1, %0" : "+v"(x) : "v"(operands.number));
+}
+inline void Minimum(Vector& x, Operands& operands, int /*i*/) {
     asm volatile("vminpd %1, %0, %0" : "+v"(x) : "v"(operands.number));
 }
 inline void Divide(Vector& x, Operands& operands, int /*i*/) {
@@ -79,21 +98,29 @@ void Measure(const std::string& operation) {
     });
 }
 
+#endif
+
 }  // namespace
 
 void RegisterMachine() {
+#if defined(__AVX2__)
+    benchmark::AddCustomContext("machine_lanes", std::to_string(kLanes));
     Measure<Load>("load");
     Measure<Store>("store");
+    Measure<Repeat>("load_one_number");
     Measure<Permute>("permute");
     Measure<Multiply>("multiply");
     Measure<Add>("add");
-    Measure<Compare>("minimum");
+    Measure<MultiplyAdd>("fused_multiply_add");
+    Measure<Minimum>("minimum");
     Measure<Divide>("divide");
     Measure<InTurns<Permute, Multiply>>("permute_and_multiply");
     Measure<InTurns<Permute, Add>>("permute_and_add");
     Measure<InTurns<Multiply, Add>>("multiply_and_add");
-    Measure<InTurns<Compare, Add>>("minimum_and_add");
+    Measure<InTurns<Minimum, Add>>("minimum_and_add");
+    Measure<InTurns<MultiplyAdd, Minimum>>("fused_multiply_add_and_minimum");
     Measure<InTurns<Load, Add>>("load_and_add");
+#endif
 }
 
 }  // namespace bench

@@ -3,7 +3,8 @@
 
 namespace bench {
 
-/// Registers the measurements of single operations; for a processor with AVX-512.
+/// Registers the measurements of single operations on the processor's largest vectors, which are to
+/// be at least those of AVX2.
 void RegisterMachine();
 
 }  // namespace bench

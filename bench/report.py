@@ -2,7 +2,10 @@
 # SPDX-License-Identifier: MIT
 """Tells from the results of geometry_bench how kvgeom stands beside the other libraries.
 
-report.py RESULTS.json [DOCUMENT.md PICTURE.svg]
+report.py RESULTS.json [DOCUMENT.md PICTURE.svg LIMITS.md]
+
+The document and the picture are for those who choose a library. What we want of ourselves goes into
+the limits, between two marks there; the rest of that page is written by hand.
 """
 
 import json
@@ -27,6 +30,7 @@ COMPARISONS = {
     "points_in_fence": ("Points in a six-plane fence", 25, 2.5, 3, 2),
     "compose_transfs": ("Compose GTransf, flags included", 336, 1.2, 1.5, 1.0),
 }
+ALL_WORK = COMPARISONS | {"invert_matrices": ("Invert G4x4",)}
 # Quotients of two medians: title, work, the contenders, and the bound that it may not exceed, or
 # must reach.
 QUOTIENTS = [
@@ -43,6 +47,19 @@ DIFFERENCES = [
     ("Map a point", "map_points_by_transf"),
     ("Bore line against a box", "bore_line_against_boxes"),
 ]
+# Why another library may be faster at a work.
+WAITING_FOR_MEMORY = "so many elements come from memory, and whoever waits for it is as fast as it"
+ROUNDED_TWICE = ("compiled for one processor, a product and a sum become one operation that rounds once; the results "
+                 "of kvgeom are stated with two roundings, the same on every platform")
+REASONS = {
+    "map_points_by_transf": ROUNDED_TWICE,
+    "map_points_by_affine": ROUNDED_TWICE,
+    "map_points_by_projective": ROUNDED_TWICE,
+    "map_boxes_by_transf": "from centre and half-extent half the arithmetic is needed, but not the exact extremes",
+    "map_boxes_by_affine": "from centre and half-extent half the arithmetic is needed, but not the exact extremes",
+    "compose_transfs": "it multiplies two 4x4 matrices and does nothing else; kvgeom keeps the scaling apart, and "
+                       "finds out whether the composition rotates",
+}
 LARGEST_CALL = 2  # ns
 LARGEST_GROWTH = 1.2
 
@@ -72,6 +89,11 @@ class Results:
                    for (w, n, contender), ns in self.medians.items()
                    if (w, n) == (work, count) and contender.endswith("_" + build))
 
+    def builds(self, work, count, library, build):
+        """ns of what the library does in this build; a work may be done in several ways."""
+        return [ns for (w, n, contender), ns in self.medians.items()
+                if (w, n) == (work, count) and contender.split("_")[0] == library and contender.endswith("_" + build)]
+
     def bandwidth(self, kind, count):
         """GB/s; a copy reads and writes."""
         [(_, ns)] = [(n, ns) for (w, n, _), ns in self.medians.items()
@@ -92,6 +114,44 @@ class Results:
 
 def verdict(met):
     return "met" if met else "NOT MET"
+
+
+def times_rows(results, build):
+    """How many times as fast as each library, at each work and size."""
+    for work, (title, *_) in COMPARISONS.items():
+        for count in (IN_CACHE, OUT_OF_CACHE):
+            ours = results.of(work, "kvgeom", count)
+            cells = [min(results.builds(work, count, library, build), default=None) for library in LIBRARIES]
+            yield [title, f"{count:,}", f"{ours:.2f}", *("-" if ns is None else f"{ns / ours:.2f}" for ns in cells)]
+
+
+def faster_rivals(results):
+    """A line for each work and size at which another library was faster."""
+    for work, (title, *_) in COMPARISONS.items():
+        for count in (IN_CACHE, OUT_OF_CACHE):
+            ours = results.of(work, "kvgeom", count)
+            times = [(min(results.builds(work, count, library, build), default=ours), f"{name} {how}")
+                     for build, how in (("native", "compiled for the machine"), ("distributed", "as distributed"))
+                     for library, name in LIBRARIES.items()]
+            faster = ", ".join(f"{who} {ns:.2f}" for ns, who in times if ns < ours)
+            if faster:
+                reason = REASONS.get(work, "we don't know why") if count == IN_CACHE else WAITING_FOR_MEMORY
+                yield f"- **{title}**, {count:,} elements: {ours:.2f} ns, but {faster}: {reason}."
+
+
+def call_rows(results):
+    for work, (title, *_) in ALL_WORK.items():
+        single = results.medians.get((work, IN_CACHE, "kvgeom_single"))
+        if single is not None:
+            inlined = results.medians.get((work, IN_CACHE, "kvgeom_inlined"))
+            yield [title, f"{single:.2f}", "-" if inlined is None else f"{inlined:.2f}",
+                   f"{results.of(work, 'kvgeom'):.2f}"]
+
+
+def million_rows(results):
+    for work, (title, size, *_) in COMPARISONS.items():
+        ns = results.of(work, "kvgeom", OUT_OF_CACHE)
+        yield [title, f"{ns * OUT_OF_CACHE / 1e6:.2f}", f"{size / ns:.0f}"]
 
 
 def comparison_rows(results):
@@ -136,8 +196,14 @@ def growth_rows(results):
         if contender == "kvgeom_sorted":
             shuffled = results.of(work, "kvgeom", count)
             ratio = max(ns, shuffled) / min(ns, shuffled)
-            yield [f"{COMPARISONS[work][0]}, {count:,}", f"shuffled: {shuffled:.2f}, sorted: {ns:.2f}",
+            yield [f"{ALL_WORK[work][0]}, {count:,}", f"shuffled: {shuffled:.2f}, sorted: {ns:.2f}",
                    f"{ratio:.2f}", verdict(ratio <= LARGEST_GROWTH)]
+
+
+def machine_rows(results):
+    for (work, *_), ns in sorted(results.medians.items()):
+        if work.startswith("machine_"):
+            yield [work.removeprefix("machine_").replace("_", " "), f"{ns:.2f}"]
 
 
 def table(head, rows):
@@ -148,16 +214,48 @@ def table(head, rows):
     return "\n".join(lines)
 
 
-def tables(results):
-    yield "Work on arrays", table(
-        ["work", "elements", "kvgeom", "fastest for the machine", "times", "wanted",
-         "fastest as distributed", "times", "wanted", ""], comparison_rows(results))
-    yield "Single calls", table(["call", "first", "second", "", "wanted", ""], quotient_rows(results))
-    yield "Growth and order", table(["work", "by elements", "ratio", ""], growth_rows(results))
+def sections(parts):
+    return "\n\n".join(f"{title}\n\n{text}" for title, text in parts)
+
+
+def for_readers(results):
+    """Title and text of each part of the page."""
+    head = ["work", "elements", "kvgeom, ns", *LIBRARIES.values()]
+    yield "## How many times as fast", (
+        "As each library compiled for the machine (`-O3 -march=native`); below 1, that library is faster.\n\n" +
+        table(head, times_rows(results, "native")) +
+        "\n\nAs each library compiled the way programs are distributed (`-O3`), as kvgeom is:\n\n" +
+        table(head, times_rows(results, "distributed")))
+    lines = list(faster_rivals(results))
+    yield "## Where another library is faster", "\n".join(lines) if lines else "Nowhere in this run."
+    yield "## What one call costs", (
+        "Nanoseconds for one element: by a call, by the same arithmetic in the caller's code where the headers have "
+        "it, and by a call for 4,096 of them at once.\n\n" +
+        table(["work", "one call", "inlined", "of many"], call_rows(results)))
+    yield "## What a million costs", (
+        "By one call, on one core; with the memory that is read and written.\n\n" +
+        table(["work", "ms", "GB/s"], million_rows(results)))
+
+
+def for_us(results):
+    """What we want of ourselves, and what was measured."""
+    yield "### Beside other libraries", (
+        "Nanoseconds an element, and how many times as fast kvgeom is as the fastest of the others.\n\n" +
+        table(["work", "elements", "kvgeom", "fastest for the machine", "times", "wanted", "fastest as distributed",
+               "times", "wanted", ""], comparison_rows(results)))
+    yield "### Single calls", table(["call", "first", "second", "", "wanted", ""], quotient_rows(results))
+    yield "### Growth and order", (
+        "The ratio of the slowest to the fastest; 1.2 at most is wanted.\n\n" +
+        table(["work", "by elements", "ratio", ""], growth_rows(results)))
+    machine = list(machine_rows(results))
+    if machine:
+        yield "### What the processor can do", (
+            f"Nanoseconds for an operation on {results.context['machine_lanes']} numbers, of which eight are under way "
+            "at a time; of two kinds in turns, for each.\n\n" + table(["operation", "ns"], machine))
 
 
 def all_rows(results):
-    for work, (title, *_) in [*COMPARISONS.items(), ("invert_matrices", ("Invert G4x4",))]:
+    for work, (title, *_) in ALL_WORK.items():
         for (w, count, contender), ns in sorted(results.medians.items(), key=lambda item: (item[0][1], item[1])):
             if w == work and (contender.startswith("kvgeom") is False or count in (IN_CACHE, OUT_OF_CACHE)):
                 yield [title, f"{count:,}", contender, f"{ns:.2f}",
@@ -170,7 +268,6 @@ def document(results, picture):
     memory = "; ".join(f"{kind} {results.bandwidth(kind, OUT_OF_CACHE):.1f} GB/s over 48 MB, "
                        f"{results.bandwidth(kind, 10 * OUT_OF_CACHE):.1f} GB/s over 480 MB"
                        for kind in ("read", "copy"))
-    parts = "\n\n".join(f"## {title}\n\n{text}" for title, text in tables(results))
     every = table(["work", "elements", "contender", "ns", "disagreements"], all_rows(results))
     return f"""# Performance
 
@@ -178,23 +275,22 @@ Written by `scripts/bench`. All figures are from one run: medians of {results.re
 order, in nanoseconds of processor time an element, on one core.
 
 - Processor: {context.get("processor", "unknown")}, {context["num_cpus"]} cores
+- Vector code that kvgeom chose: {context["vectors"]}
 - Compiler: {context.get("compiler", "unknown")}
 - Memory: {memory}
 - Other libraries: {versions}
 
 kvgeom is the shared library as it is installed: one build for all x86-64 processors, which chooses vector
-code when it is loaded. The others are compiled with `-O3` (as distributed), and with `-O3 -march=native` (for
-the machine); functions inside Open CASCADE's libraries are as Debian compiled them. *times* says
-how many times as fast as the fastest of them kvgeom is. Each library works on arrays of its own
-types, made from the same records: 4,096 elements stay in the caches, 1,000,000 don't. The answers are compared
-before anything is measured: coordinates agree within 1e-9 of the largest, tests but for the
-disagreements counted below.
-
-Where a figure stays behind what is wanted, [the limits](performance-limits.md) tell why.
+code when it is loaded. Functions inside Open CASCADE's libraries are as Debian compiled them. Each
+library works on arrays of its own types, made from the same records: 4,096 elements stay in the
+caches, 1,000,000 don't. The answers are compared before anything is measured: coordinates agree
+within 1e-9 of the largest, tests but for the disagreements counted below.
 
 ![How many times as fast kvgeom is]({picture})
 
-{parts}
+What limits these figures, and what we want of them, is [a page of its own](performance-limits.md).
+
+{sections(for_readers(results))}
 
 ## Every contender
 
@@ -202,22 +298,18 @@ Where a figure stays behind what is wanted, [the limits](performance-limits.md) 
 call without the call, `kvgeom_sorted` the batch call on elements in the order of x.
 
 {every}
-{machine(results)}"""
-
-
-def machine(results):
-    rows = [[work.removeprefix("machine_").replace("_", " "), f"{ns:.2f}"]
-            for (work, *_), ns in sorted(results.medians.items()) if work.startswith("machine_")]
-    if not rows:
-        return ""
-    return f"""
-## What the processor can do
-
-Nanoseconds for an operation on eight numbers (AVX-512), of which eight are under way at a time; of two kinds in
-turns, for each.
-
-{table(["operation", "ns"], rows)}
 """
+
+
+BEGIN_MEASURED = "<!-- Measured: written by scripts/bench -->\n"
+END_MEASURED = "<!-- End of what was measured -->\n"
+
+
+def with_measured(text, measured):
+    """The text with what is between the marks replaced."""
+    before, rest = text.split(BEGIN_MEASURED)
+    after = rest.split(END_MEASURED)[1]
+    return f"{before}{BEGIN_MEASURED}\n{measured}\n\n{END_MEASURED}{after}"
 
 
 BAR_COLOURS = {"native": "#2f7ed8", "distributed": "#e08a1e"}
@@ -257,12 +349,12 @@ def picture(results):
 
 def main(arguments):
     results = Results(arguments[0])
-    for title, text in tables(results):
-        print(f"\n{title} (medians of {results.repetitions}, ns an element)\n\n{text}")
+    print(f"Medians of {results.repetitions}, ns an element\n\n{sections([*for_readers(results), *for_us(results)])}")
     if len(arguments) > 1:
-        written, drawn = map(pathlib.Path, arguments[1:])
+        written, drawn, limits = map(pathlib.Path, arguments[1:])
         drawn.write_text(picture(results))
         written.write_text(document(results, drawn.name))
+        limits.write_text(with_measured(limits.read_text(), sections(for_us(results))))
 
 
 if __name__ == "__main__":
