@@ -44,7 +44,7 @@ struct BoxKernels {
     unsigned long (*place_positions)(const TestedPlane*, unsigned long planes, double tol,
                                      const GPosition*, unsigned long, unsigned char*);
 
-    // The box around points, of which there is at least one.
+    // The box around points, of which there is at least a group.
     GBox (*box_of_positions)(const GPosition*, unsigned long);
     GBox (*unite_boxes)(const GBox*, unsigned long, double tol);
 

@@ -72,11 +72,8 @@ inline double LargestOf(Lanes x) {
     for (; count - i >= kFull; i += kFull) {
         extend(numbers + 3 * i);
     }
-    if (i < count && count >= kFull) {
+    if (i < count) {
         extend(numbers + 3 * (count - kFull));  // some for the second time
-    } else if (i < count) {
-        __builtin_memcpy(room, numbers, count * sizeof(GPosition));
-        extend(room);
     }
     double lows[3 * kLanes];
     double highs[3 * kLanes];
