@@ -7,8 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 namespace {
@@ -19,6 +22,37 @@ constexpr std::size_t kLargestBlock = std::size_t{1} << 30U;
 
 int g_requests_granted = INT_MAX;
 int g_blocks_in_use = 0;
+int g_blocks_written_beyond = 0;
+
+// Blocks begin with their size, and end with bytes that stay as they are.
+constexpr std::size_t kHead = 16;
+constexpr std::size_t kTail = 256;
+constexpr char kUntouched = 'u';
+
+void* Allocate(std::size_t size) {
+    auto* const block = static_cast<char*>(std::malloc(kHead + size + kTail));
+    if (block == nullptr) {
+        std::abort();
+    }
+    ++g_blocks_in_use;
+    std::memcpy(block, &size, sizeof size);
+    std::memset(block + kHead + size, kUntouched, kTail);
+    return block + kHead;
+}
+
+void Free(void* records) {
+    if (records == nullptr) {
+        return;
+    }
+    --g_blocks_in_use;
+    char* const block = static_cast<char*>(records) - kHead;
+    std::size_t size;
+    std::memcpy(&size, block, sizeof size);
+    const char* const tail = block + kHead + size;
+    g_blocks_written_beyond +=
+        std::count(tail, tail + kTail, kUntouched) == std::ptrdiff_t{kTail} ? 0 : 1;
+    std::free(block);
+}
 
 }  // namespace
 
@@ -27,13 +61,11 @@ void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
     if (g_requests_granted-- <= 0 || size > kLargestBlock) {
         return nullptr;
     }
-    ++g_blocks_in_use;
-    return std::malloc(size);
+    return Allocate(size);
 }
 
 void operator delete[](void* block) noexcept {
-    g_blocks_in_use -= block != nullptr ? 1 : 0;
-    std::free(block);
+    Free(block);
 }
 
 void operator delete[](void* block, std::size_t) noexcept {
@@ -41,8 +73,7 @@ void operator delete[](void* block, std::size_t) noexcept {
 }
 
 void* operator new[](std::size_t size) {
-    ++g_blocks_in_use;
-    return std::malloc(size);
+    return Allocate(size);
 }
 
 namespace kvgeom::test {
@@ -79,6 +110,7 @@ Outcome RunAll(unsigned long count, int granted) {
                       RtPrismRange(prism)};
     outcome.requests = granted - g_requests_granted;
     EXPECT_EQ(g_blocks_in_use, before) << "scratch memory is given back on every path";
+    EXPECT_EQ(g_blocks_written_beyond, 0);
     outcome.messages = recorder.Take();
     return outcome;
 }
