@@ -11,13 +11,13 @@
 namespace kvgeom::detail {
 namespace {
 
-// Matrices by element, each of another matrix in each lane.
+// As many matrices as there are lanes: each vector holds one element of all of them.
 struct Matrices {
     Lanes m[4][4];
 };
 
-// As many vectors as they have lanes; the lanes of one become the firsts, seconds, ... of all.
-// Rounds of interleaving each vector with the one half their number further on.
+// Lane i of vector k becomes lane k of vector i. In each round, every vector of the first half is
+// interleaved with its counterpart in the second half.
 inline void Transpose(Lanes (&block)[kLanes]) {
     for (int size = 1; size < kLanes; size *= 2) {
         Lanes mixed[kLanes];
@@ -195,7 +195,7 @@ struct Eliminations {
                                        reinterpret_cast<Mask>(All(-0.0)));
     }
 
-    // Takes one out of so many, and closes the gap.
+    // Removes a column from the first `count`, and moves those behind it forward by one.
     template <int count>
     static Lanes RemoveColumn(Lanes column, Lanes (&row)[4]) {
         Lanes taken = row[0];

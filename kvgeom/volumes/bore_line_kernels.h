@@ -49,7 +49,7 @@ constexpr double kFurthest = 0x1p48;
 constexpr double kShortest = 0x1p-400;
 // Slopes below this are looked at as if they were parallel, which they are against larger boxes.
 constexpr double kLeastSteepness = 0x1p-40;
-// What keeps the numbers that a parallel slab is decided by from underflow and overflow.
+// Within these bounds nothing overflows or underflows when a parallel slab is decided on.
 constexpr double kLargestExtent = 0x1p400;
 constexpr double kSmallestDistance = 0x1p-500;
 constexpr double kLargestDirection = 0x1p100;
@@ -88,13 +88,13 @@ inline Span SpanOf(const ProbedAxis& axis, Lanes low, Lanes high) {
     return {Smaller(t0, t1), Larger(t0, t1)};
 }
 
-// One bit of each answer, and of whether it is sure.
+// For each box a bit: whether the line hits it, and whether that is sure.
 struct SlabAnswers {
     unsigned hits;
     unsigned sure;
 };
 
-// Takes in an axis that is not steep.
+// Corrects the answers by an axis that is not steep: the line is taken for parallel to its slab.
 inline void CutToParallelSlab(SlabAnswers& answer, const ProbedAxis& axis, Lanes low, Lanes high,
                               double e) {
     if (axis.is_steep) {
@@ -125,7 +125,7 @@ inline bool IsOrdinary(const GBoreLine& line, double enlargement) {
            enlargement <= kLargestExtent;
 }
 
-// Not inlined into the kernel, which shall not grow by what is rarely needed.
+// Not inlined: it is rarely called, and would make the loop larger.
 [[gnu::noinline]] void TestEach(const GBoreLine& line, const GBox* boxes, unsigned n,
                                 unsigned char* answers) {
     for (unsigned k = 0; k < n; ++k) {
@@ -145,7 +145,8 @@ template <bool all_are_steep>
     const double end = is_reversed ? line.m_back : line.m_front;
     double offset_margin = x.margin > y.margin ? x.margin : y.margin;
     offset_margin = (z.margin > offset_margin ? z.margin : offset_margin) + kShortest;
-    // What isn't ordinary makes nothing sure.
+    // No answer is sure where the line's numbers are too large for the bounds above, or where the
+    // line is parallel to all three slabs.
     const bool can_be_sure = IsOrdinary(line, e) && (x.is_steep || y.is_steep || z.is_steep);
     const double furthest_of_all = can_be_sure ? kFurthest : -1;
 
