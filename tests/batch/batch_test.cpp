@@ -444,8 +444,8 @@ TEST(Batch, DecidesOnTouchedBoxesAsTheBoreLineDoes) {
     EXPECT_LT(hits, kLines * kBoxes * 9 / 10);
 }
 
-// Points and boxes that lie on a plane, or the tolerance beside it, to an ulp or some, from near the
-// volume to so far away that no filter reaches there; volumes at the origin and elsewhere.
+// Points and boxes that lie on a plane, or the tolerance beside it, to an ulp or some, from near
+// the volume to so far away that no filter reaches there; volumes at the origin and elsewhere.
 TEST(Batch, DecidesOnPlanesAsTheSingleTestsDo) {
     Random random(11);
     constexpr unsigned long kElements = 64;
