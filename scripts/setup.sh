@@ -19,7 +19,7 @@ packages_to_bench=(g++ cmake ninja-build libbenchmark-dev libeigen3-dev libimath
   libocct-modeling-data-dev libcgal-dev python3)
 # A real building to try it on.
 packages_with_models=(assimp-testmodels)
-packages_to_check=(clang clang-format clang-tidy libclang-rt-14-dev)
+packages_to_check=(clang clang-format clang-tidy gappa libclang-rt-14-dev)
 
 # Installs those of the given Debian packages that are missing, and says so in one line.
 need() {

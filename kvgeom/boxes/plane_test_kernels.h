@@ -6,11 +6,10 @@
 // The single tests compare n % (p + o) with a limit, each operation rounded. Here n % p + n % o is
 // compared first, half the arithmetic, with a margin that covers the difference. Let u = 2^-53,
 // N the largest |nx| + |ny| + |nz| and O the largest component of an offset, of all planes, and S
-// how far the coordinates of p reach; u^2 is neglected. The single test's number is within
-// 4 u N (S + O) of the exact one: of each product, two additions and one rounding of its own, and
-// one of p + o. The one here has 3 u N O of n % o, 1 u of each product and 3 u of its additions: 4
-// u N S + 7 u N O. Together that is less than 16 u N (S + O), which leaves room for the rounding of
-// limit and margin. What underflows adds 2^-1000 at most.
+// how far the coordinates of p reach. The two numbers differ by no more than 8 u N S + 10 u N O,
+// but for u^2 (tests/gappa/plane_filter.g counts the roundings, and has the margin checked by
+// machine). The margin, 16 u N (S + O), leaves room for its own rounding and for that of the limit.
+// What underflows adds 2^-1000 at most.
 //
 // S is the same for all points, so that the margin needn't be found for each. Those beyond it, and
 // those within the margin of the limit, are tested as a single one is, in lanes.

@@ -17,18 +17,11 @@ namespace {
 // axis. Its answer is one bit, and the quotients are, but for rounding,
 //     t0 = (A - p) / d  and  t1 = (B - p) / d
 // for the slab A..B, which is the box enlarged by e. Here they are low r - (p + e) r and
-// high r - (p - e) r with one reciprocal r = 1 / d an axis and call. Let u = 2^-53 and
-// m = max(|A - p|, |B - p|), and neglect u^2. In units of u |r|,
-// - the single test's t0 has the errors of p - A, of a quotient by E (the other one cancels it) and
-//   of one more quotient: 4 m. Its t1 has those of E and of (p - A) / E, 4 m together, and three
-//   more of 1 - (p - A) / E and of the quotients: 7 m.
-// - The rounding of A or B itself, which these here don't have, is m + |p|.
-// - Of these here, r has 1 m, the sum p + e and its product with r 2 (|p| + e), and the product and
-//   the sum with it 2 m + |p| + e (1 m where they are fused).
-// So both are within 11 m + 4 (|p| + e) of each other, less than 16 times the larger |t|, plus
-// 8 (|p| + e) |r|. The latest entry and the earliest exit, which are extremes of such numbers and
-// of the exact limits, differ by no more than the largest of these bounds: a gap of twice that,
-// either way, decides.
+// high r - (p - e) r with one reciprocal r = 1 / d an axis and call. Let u = 2^-53. The two differ
+// by less than 16 u times the larger |t|, plus 8 u (|p| + e) |r|: tests/gappa/bore_line_filter.g
+// counts the roundings, and has these margins checked by machine. The latest entry and the earliest
+// exit, which are extremes of such numbers and of the exact limits, differ by no more than the
+// largest of these bounds: a gap of twice that, either way, decides.
 //
 // For this E must not be 0 (then entry and exit are equal but for these errors, while with a gap of
 // twice the bound between all entries and exits E isn't), nothing may underflow, and the single
