@@ -33,8 +33,8 @@ inline Corners MapExtremes(const Corners& box, const LinearRows& rows) {
     return {{x.low, y.low, z.low}, {x.high, y.high, z.high}};
 }
 
-// Whether a box and the extremes that it was mapped to are finite. What isn't in the low corner
-// stays in the sums of the smaller products, which begin with it.
+// Whether a box and the extremes that it was mapped to are finite. The low corner needs no test of
+// its own: where it isn't finite, nor are the sums of the smaller products, which begin with it.
 inline unsigned BitsFinite(const Corners& box, const Corners& image) {
     const Triples& h = box.high;
     return BitsFinite((image.low.x + image.low.y + image.low.z) +

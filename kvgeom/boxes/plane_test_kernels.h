@@ -36,7 +36,7 @@ struct PlaneFilter {
         double largest_normal = 0;
         double largest_offset = 0;
         const auto magnitude = [](double x) { return x < 0 ? -x : x; };
-        // Written so that NaN stays, which leaves nothing sure.
+        // A NaN stays: then the filter decides on no point.
         const auto raise = [](double& largest, double x) { largest = x <= largest ? largest : x; };
         for (unsigned long k = 0; k < count; ++k) {
             const GVector& n = planes[k].normal;

@@ -18,8 +18,8 @@ KVGEOM_API void invld(std::FILE* stream, char* message, int number);
 
 /// Returns the level. When it is min_level or more, the log is opened for appending and handed over
 /// in *slot, for the caller to write through invld and to close; a slot that already holds a stream
-/// keeps it, and the log is then left created but closed. So does a slot when the log can't be
-/// opened: look at the slot, not only at the level.
+/// keeps it, and the log is then left created but closed. When the log can't be opened, *slot stays
+/// as it was, too: look at the slot, not only at the level.
 KVGEOM_API int MathDebugOutputFilePtr(std::FILE** slot, int min_level);
 
 /// A hook for SetAssertHook that writes every message to the log: invld(nullptr, message, 0).

@@ -53,7 +53,7 @@ inline unsigned BitsOfWeights(Lanes weight) {
     const LinearRows rows = RowsOf(a);
     const auto map_affine = [=](const Triples& p, Triples& image) {
         image = Moved(RowForm(p, rows), a);
-        // Something infinite or NaN in p, or the products with it, stay in every sum.
+        // Each coordinate of p is in every sum, so where one isn't finite, no sum is.
         return BitsFinite(image.x);
     };
     MapGroupsOrEach(positions, count, images, map_affine, a);
