@@ -7,10 +7,10 @@
 
 #include <string>
 
-// How long the processor takes for an operation on the largest vectors that it has, when nothing
-// waits for its result but the next but seven of its kind. What a kernel can reach at best follows
-// from these. Written as assembly, lest the compiler find out that all this is for nothing.
-// Compiled for the processor that it is measured on.
+// How long the processor takes for an operation on the largest vectors that it has, with eight
+// chains of them side by side, in which each waits for the one before. What a kernel can reach at
+// best follows from these. Written as assembly, lest the compiler find out that all this is for
+// nothing; compiled for the processor that it is measured on.
 namespace bench {
 namespace {
 
