@@ -393,8 +393,31 @@ double Nudged(Random& random, double x) {
     return x;
 }
 
+// Makes the numbers so large or so small that products overflow or underflow, or the line far away
+// from the origin for its length.
+double Rescale(Random& random, GBoreLine& line) {
+    const double scale = std::ldexp(1, static_cast<int>(random.Below(2090)) - 1070);
+    const double factor = std::ldexp(1, static_cast<int>(random.Below(800)) - 400);
+    switch (random.Below(3)) {
+        case 0:
+            line.m_point += random.Vector() * std::ldexp(1, static_cast<int>(random.Below(50)));
+            return 1;
+        case 1:
+            line.m_direction = {line.m_direction.m_x * factor, line.m_direction.m_y * factor,
+                                line.m_direction.m_z * factor};
+            line.m_front /= factor;
+            line.m_back /= factor;
+            return 1;
+        default:
+            line = BuildBoreLine(GPosition{0, 0, 0} + scale * (line.m_point - GPosition{0, 0, 0}),
+                                 line.m_direction, line.m_front * scale, line.m_back * scale,
+                                 line.m_radius * scale);
+            return scale;
+    }
+}
+
 // A box that the line leaves on one axis just where it enters it on the next, or beside it.
-GBox TouchedBox(Random& random, const GBoreLine& line) {
+GBox TouchedBox(Random& random, const GBoreLine& line, double scale) {
     const GPosition p = line.Evaluate(random.Uniform(line.m_back, line.m_front));
     GBox box = {p, p};
     const unsigned axis = static_cast<unsigned>(random.Next() % 3);
@@ -403,11 +426,12 @@ GBox TouchedBox(Random& random, const GBoreLine& line) {
     const int exponent = static_cast<int>(random.Below(60));
     for (unsigned i = 0; i < 3; ++i) {
         // Beside huge boxes, slopes count as parallel.
-        const double size = random.Uniform(0.1, 3) * (is_huge ? std::ldexp(1, exponent) : 1);
+        const double size =
+            random.Uniform(0.1, 3) * (is_huge ? std::ldexp(scale, exponent) : scale);
         const bool begins_here =
             (line.m_direction[i] > 0) == (i == axis ? false : i == (axis + 1) % 3);
         // Huge boxes are left later on, too.
-        const double beyond = is_huge && i != (axis + 1) % 3 ? random.Uniform(0, 1e4) : 0;
+        const double beyond = is_huge && i != (axis + 1) % 3 ? random.Uniform(0, 1e4) * scale : 0;
         const double side = Nudged(random, begins_here ? p[i] + r - beyond : p[i] - r + beyond);
         box.m_low[i] = begins_here ? side : side - size;
         box.m_high[i] = begins_here ? side + size : side;
@@ -428,9 +452,10 @@ TEST(Batch, DecidesOnTouchedBoxesAsTheBoreLineDoes) {
             line.m_direction[static_cast<unsigned>(k / 4 % 3)] =
                 k % 8 == 1 ? 0 : std::ldexp(random.Uniform(-1, 1), -static_cast<int>(k % 70));
         }
+        const double scale = k % 6 == 2 ? Rescale(random, line) : 1;
         std::vector<GBox> boxes(kBoxes);
         for (GBox& box : boxes) {
-            box = TouchedBox(random, line);
+            box = TouchedBox(random, line, scale);
         }
         std::vector<unsigned char> answers(boxes.size());
         IntersectBoxes(line, boxes.data(), kBoxes, answers.data());
@@ -442,6 +467,12 @@ TEST(Batch, DecidesOnTouchedBoxesAsTheBoreLineDoes) {
     }
     EXPECT_GT(hits, kLines * kBoxes / 10);
     EXPECT_LT(hits, kLines * kBoxes * 9 / 10);
+    // Beside the line by a distance that is lost when it is divided by the size of the box.
+    const GBoreLine thin = BuildBoreLine(GPosition{0, 0, 0}, kZ, 1, -1, 0x1p-800);
+    const std::vector<GBox> boxes(kBoxes, BuildBox(0x1p-700, -1, -1, 0x1p399, 1, 1));
+    std::vector<unsigned char> answers(boxes.size());
+    EXPECT_EQ(thin && boxes[0], 1);
+    EXPECT_EQ(IntersectBoxes(thin, boxes.data(), kBoxes, answers.data()), kBoxes);
 }
 
 // Points and boxes that lie on a plane, or the tolerance beside it, to an ulp or some, from near
