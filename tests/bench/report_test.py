@@ -36,9 +36,10 @@ def results_json(changed):
     return {
         "context": {"num_cpus": 2, "caches": caches, "vectors": "AVX2", "machine_lanes": "4", "eigen": "1",
                     "imath": "2", "occt": "3", "cgal": "4"},
-        "benchmarks": [{"run_name": "/".join(map(str, key)), "aggregate_name": name, "repetitions": 9,
-                        "cpu_time": ns * key[1]}
-                       for key, ns in runs.items() for name in ("mean", "median") if ns is not None],
+        "benchmarks": [{"run_name": "/".join(map(str, key)), "run_type": kind, "repetitions": 3,
+                        "cpu_time": factor * ns * key[1]}
+                       for key, ns in runs.items()
+                       for kind, factor in (("iteration", 1.5), ("iteration", 1), ("aggregate", 0.5))],
     }
 
 
@@ -90,6 +91,7 @@ class Report(unittest.TestCase):
         self.assertNotIn("old", limits)
         self.assertIn(["Box of points", "4,096", "2.00", "3.00 (Eigen)", "1.50", "2.5", "4.00 (Eigen)", "2.00", "3.5",
                        "NOT MET"], cells(limits, "Box of points"))
+        self.assertIn(["Box of points", "0.38", "0.38", "2.00", "5.33"], cells(limits, "Box of points"))
         self.assertIn(["Box of points, in L3", "3,000: 2.00, 4,096: 2.00, 10,000: 2.50, 1,000,000: 2.00", "1.25",
                        "NOT MET"], cells(limits, "Box of points, in L3"))
 
