@@ -47,12 +47,10 @@ void ExpectSame(const std::string& name, const std::vector<Record>& records, Bat
         expected.push_back(static_cast<Out>(single(record)));
     }
     const Messages messages = recorder.Take();
-    const bool is_even = records.size() / 2 % 2 == 0;
-    Guarded<Record> elements(records, is_even ? Guarded<Record>::Place::kBeforeGuard
-                                              : Guarded<Record>::Place::kAfterGuard);
-    Guarded<Out> results(std::vector<Out>(records.size()), is_even
-                                                               ? Guarded<Out>::Place::kBeforeGuard
-                                                               : Guarded<Out>::Place::kAfterGuard);
+    const size_t place = records.size() / 2 % 3;
+    Guarded<Record> elements(records, static_cast<typename Guarded<Record>::Place>(place));
+    Guarded<Out> results(std::vector<Out>(records.size()),
+                         static_cast<typename Guarded<Out>::Place>(place));
     const auto ones = batch(elements.Get(), Count(records), results.Get());
     EXPECT_EQ(BitsOf(results.Copy()), BitsOf(expected));
     EXPECT_EQ(recorder.Take(), messages);

@@ -14,11 +14,12 @@
 namespace kvgeom::test {
 
 /// Copies of elements right before a page that ends the process when it is touched, or right after
-/// one. (On Windows, among others.) Their address is a multiple of 8, for most counts of no more.
+/// one, or a double before it, where no vector is aligned. (On Windows, among others.) Their
+/// address is a multiple of 8, for most counts of no more.
 template <class Element>
 class Guarded {
   public:
-    enum class Place { kBeforeGuard, kAfterGuard };
+    enum class Place { kBeforeGuard, kAfterGuard, kNearGuard };
 
     Guarded(const std::vector<Element>& elements, Place place) : m_count(elements.size()) {
         const std::size_t size = m_count * sizeof(Element);
@@ -28,7 +29,8 @@ class Guarded {
         m_elements = reinterpret_cast<Element*>(m_room.data());
 #else
         const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-        const std::size_t pages = (size + page - 1) / page * page;
+        const std::size_t odd = place == Place::kNearGuard ? sizeof(double) : 0;
+        const std::size_t pages = (size + odd + page - 1) / page * page;
         m_size = pages + 2 * page;
         m_memory = static_cast<char*>(
             mmap(nullptr, m_size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
@@ -36,7 +38,8 @@ class Guarded {
             (pages != 0 && mprotect(m_memory + page, pages, PROT_READ | PROT_WRITE) != 0)) {
             throw std::runtime_error("no memory between guards");
         }
-        char* const begin = m_memory + page + (place == Place::kBeforeGuard ? pages - size : 0);
+        char* const begin =
+            m_memory + page + (place == Place::kAfterGuard ? 0 : pages - size - odd);
         m_elements = reinterpret_cast<Element*>(begin);
 #endif
         if (size != 0) {
