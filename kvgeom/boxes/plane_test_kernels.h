@@ -70,7 +70,7 @@ inline Lanes SquaredLength(const Corners& box) {
 }
 
 // Two groups at a time, so that the numbers of a plane are fetched once for both.
-constexpr int kPair = 2 * kLanes;
+constexpr unsigned kPair = 2 * kFull;
 
 struct LanesPair {
     Lanes first;
@@ -232,7 +232,7 @@ unsigned long TestByPlanes(const PlaneFilter& filter, const SortedPlanes& planes
         StoreBits<kPair>(out, ~(outside | on_boundary));
         unsigned char twos[kPair];
         StoreBits<kPair>(twos, on_boundary);
-        for (int k = 0; k < kPair; ++k) {
+        for (unsigned k = 0; k < kPair; ++k) {
             out[k] = static_cast<unsigned char>(out[k] + 2 * twos[k]);
         }
     };

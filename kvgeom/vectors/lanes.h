@@ -172,10 +172,10 @@ inline void EndStreaming() {
 }
 
 // Writes the lowest bits as bytes.
-template <int count = kLanes>
+template <unsigned count = kFull>
 void StoreBits(unsigned char* answers, unsigned bits) {
-    constexpr int kAtOnce = 8;
-    for (int i = 0; i < count; i += kAtOnce) {
+    constexpr unsigned kAtOnce = 8;
+    for (unsigned i = 0; i < count; i += kAtOnce) {
         // Byte i of eight copies keeps bit i alone. Adding 127 carries into the byte's top bit
         // unless it is 0.
         const unsigned long long copies = (bits >> i & 0xFFU) * 0x0101010101010101ULL;
