@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cfloat>
 #include <string>
 
 namespace kvgeom::test {
@@ -80,10 +81,8 @@ void ForElements(Test test) {
 }
 
 template <class Record, class Map, class Single>
-void ExpectSameImages(const std::string& name, Source& source, const std::vector<Record>& records,
-                      void (*batch)(const Map&, const Record*, unsigned long, Record*),
-                      Single single) {
-    const Map map = source.Draw<Map>();
+void ExpectImages(const std::string& name, const Map& map, const std::vector<Record>& records,
+                  void (*batch)(const Map&, const Record*, unsigned long, Record*), Single single) {
     ExpectSame<Record, Record>(
         name, records,
         [&](const Record* in, unsigned long count, Record* out) {
@@ -91,6 +90,13 @@ void ExpectSameImages(const std::string& name, Source& source, const std::vector
             return 0;
         },
         [&](const Record& record) { return single(record, map); });
+}
+
+template <class Record, class Map, class Single>
+void ExpectSameImages(const std::string& name, Source& source, const std::vector<Record>& records,
+                      void (*batch)(const Map&, const Record*, unsigned long, Record*),
+                      Single single) {
+    ExpectImages<Record, Map>(name, source.Draw<Map>(), records, batch, single);
 }
 
 constexpr auto kRowForm = [](auto record, const auto& map) { return record *= map; };
@@ -127,6 +133,31 @@ TEST(Batch, MapsUnitVectors) {
         ExpectSameImages<GUnitVector, G4x4>("4x4, columns", source, u, MapUnitVectorsByColumns,
                                             kRecordFirst);
     });
+}
+
+// Lengths at the edges of the unit band and of what has no direction, weights at the smallest
+// divisor; to an ulp.
+TEST(Batch, DecidesOnLengthsAndWeightsAsTheSingleOperationsDo) {
+    for (const double edge : {1 - 50 * 0x1p-53, 1 + 25 * DBL_EPSILON, 50 * DBL_EPSILON}) {
+        for (const double length : {Down(edge), edge, Up(edge)}) {
+            const std::vector<GUnitVector> u = {
+                {length, 0, 0}, {0, -length, 0}, {0, 0, length}, {length, 0, 0}};
+            ExpectImages<GUnitVector, GMatrix>("length", kGIdentityMatrix, u, MapUnitVectors,
+                                               kRowForm);
+        }
+    }
+    for (const double weight : {Down(DBL_EPSILON), DBL_EPSILON, Up(DBL_EPSILON)}) {
+        for (const double sign : {1.0, -1.0}) {
+            G4x4 a = kGIdentity4x4;
+            a.m_matrix[15] = sign * weight;
+            ExpectImages<GPosition, G4x4>("weight", a, std::vector(9, GPosition{1, 2, 3}),
+                                          MapPositions, kRowForm);
+            ExpectImages<GVector, G4x4>("weight", a, std::vector(9, GVector{1, 2, 3}), MapVectors,
+                                        kRowForm);
+            ExpectImages<GUnitVector, G4x4>("weight", a, std::vector(9, kX), MapUnitVectors,
+                                            kRowForm);
+        }
+    }
 }
 
 TEST(Batch, MapsBoxes) {
