@@ -14,6 +14,7 @@ import pathlib
 import sys
 
 IN_CACHE, OUT_OF_CACHE = 4096, 1_000_000
+PLACES = {IN_CACHE: "in cache", OUT_OF_CACHE: "out of cache"}
 LIBRARIES = {"eigen": "Eigen", "imath": "Imath", "occt": "Open CASCADE", "cgal": "CGAL"}
 LEVELS = ["L1", "L2", "L3", "memory"]
 
@@ -371,8 +372,7 @@ def picture(results):
     """Bars of how many times as fast kvgeom is."""
     rows = [(f"{title}, {place}", {build: results.fastest(work, count, build)[0] /
                                    results.of(work, "kvgeom", count) for build in BAR_COLOURS})
-            for work, (title, *_) in COMPARISONS.items()
-            for count, place in ((IN_CACHE, "in cache"), (OUT_OF_CACHE, "out of cache"))]
+            for work, title, count in sizes(results) for place in [PLACES[count]]]
     left, right, top, step, bar = 330, 60, 60, 38, 13
     width, height = 900, top + step * len(rows) + 20
     scale = (width - left - right) / max(1, *(ratio for _, bars in rows for ratio in bars.values()))

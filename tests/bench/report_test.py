@@ -69,7 +69,7 @@ class Report(unittest.TestCase):
         self.assertIn(["Invert G4x4", "9.00", "7.50", "2.00", "4.00 (Eigen)"], cells(page, "Invert"))
         self.assertIn(["Box of points", "2.00", "12"], cells(page, "Box of points"))
         self.assertIn("Vector code that kvgeom chose: AVX2", page)
-        self.assertEqual(picture.count(">1.50<"), 2 * len(report.COMPARISONS))
+        self.assertEqual(picture.count(">1.50<"), 2 * len(report.ALL_WORK))
 
     def test_says_where_another_library_is_faster_and_why(self):
         faster = [("compose_transfs", report.IN_CACHE, "imath_native"),
